@@ -1,0 +1,145 @@
+#include "app/Game.h"
+
+#include "actors/Bullet.h"
+#include "actors/Character.h"
+#include "actors/Explosion.h"
+#include "actors/Item.h"
+#include "app/GameState.h"
+#include "log/Log.h"
+#include "platform/Clock.h"
+#include "platform/Platform.h"
+#include "sound/SoundIds.h"
+#include "world/Scene.h"
+
+namespace {
+
+const int32_t MOUSE_START_X = 320;			// the centre of the 640 x 480 screen
+const int32_t MOUSE_START_Y = 240;
+const uint32_t SPIN_TIME = 2;				// in msec: the end of a frame is waited for without sleeping
+
+}
+
+cGame::cGame() = default;
+
+cGame::~cGame() = default;
+
+// A failing graphics or input layer ends the program; a failing sound layer only silences it.
+bool cGame::Init( const cPlatform &platform, bool fullscreen ) {
+	cLog::Instance();
+	if ( !graphicsLayer.Init( platform.graphics, fullscreen ) ) {
+		cLog::Write( "Error initializing Graphics!" );
+		return false;
+	}
+	if ( !inputLayer.Init( platform.input, true, cInputLayer::DEVICE_KEYBOARD | cInputLayer::DEVICE_MOUSE ) ) {
+		cLog::Write( "Error initializing Input!" );
+		return false;
+	}
+	inputLayer.SetMousePosition( MOUSE_START_X, MOUSE_START_Y );
+	if ( !soundLayer.Init( platform.sound ) ) {
+		cLog::Write( "Error initializing Sound!" );
+	}
+	graphicsLayer.LoadTextures();
+	soundLayer.LoadSounds();
+	return true;
+}
+
+bool cGame::Loop() {
+	const uint32_t frameStart = GetTickCount();
+	ReadInput();
+	if ( !Process() ) {
+		return false;
+	}
+	Render();
+	WaitForFrameEnd( frameStart );
+	return true;
+}
+
+// The frame lasts at least FRAME_TIME by the tick count, which may wrap around meanwhile. The
+// wait sleeps while there is time to spare and spins only for the last moment, so that an idle
+// menu does not hold a processor.
+void cGame::WaitForFrameEnd( uint32_t frameStart ) const {
+	for ( ;; ) {
+		const uint32_t elapsed = GetTickCount() - frameStart;
+		if ( elapsed >= FRAME_TIME ) {
+			return;
+		}
+		const uint32_t remaining = FRAME_TIME - elapsed;
+		GetClock().Sleep( remaining > SPIN_TIME ? remaining - SPIN_TIME : 0 );
+	}
+}
+
+void cGame::Finalize() {
+	ClearGame();
+	graphicsLayer.ReleaseTextures();
+	graphicsLayer.Release();
+	inputLayer.Unacquire();
+	inputLayer.Release();
+	soundLayer.Release();
+}
+
+bool cGame::ReadInput() {
+	cLog::Instance();
+	if ( !inputLayer.Read() ) {
+		cLog::Write( "Error reading Input!" );
+		return false;
+	}
+	return true;
+}
+
+bool cGame::Process() {
+	cKeyboard *keyboard = inputLayer.GetKeyboard();
+	cMouse *mouse = inputLayer.GetMouse();
+	if ( keyboard == nullptr || mouse == nullptr ) {
+		return true;
+	}
+	if ( !ProcessMenus( *keyboard, *mouse ) ) {
+		return false;
+	}
+	if ( gameState == STATE_PLAYING ) {
+		UpdateInGame();
+	} else if ( soundLayer.heartbeatPlaying ) {
+		soundLayer.Stop( SOUND_HEARTBEAT );
+		soundLayer.heartbeatPlaying = false;
+	}
+	return true;
+}
+
+bool cGame::Render() {
+	if ( !RenderFrame() ) {
+		return false;
+	}
+	if ( gameState == STATE_MAIN_MENU ) {
+		return soundLayer.PlayMusic( SOUND_MENU_MUSIC );
+	}
+	if ( gameState == STATE_PLAYING && scene && !scene->IsFinalAreaLocked() ) {
+		return soundLayer.PlayMusic( SOUND_STREETS_MUSIC );
+	}
+	return true;
+}
+
+bool cGame::RenderFrame() {
+	int32_t mouseX = 0;
+	int32_t mouseY = 0;
+	inputLayer.GetMousePosition( mouseX, mouseY );
+	return graphicsLayer.Render( mouseX, mouseY, scene.get(), players.get(), enemies.get(), bullets.get(),
+								explosions.get(), items.get() );
+}
+
+void cGame::ClearGame() {
+	scene.reset();
+	players.reset();
+	enemies.reset();
+	bullets.reset();
+	explosions.reset();
+	items.reset();
+}
+
+void cGame::SetUpGame( std::unique_ptr<cScene> newScene ) {
+	ClearGame();
+	scene = std::move( newScene );
+	players = std::make_unique<tCharacterList>();
+	enemies = std::make_unique<tCharacterList>();
+	bullets = std::make_unique<tBulletList>();
+	explosions = std::make_unique<tExplosionList>();
+	items = std::make_unique<tItemList>();
+}

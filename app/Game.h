@@ -1,0 +1,110 @@
+#pragma once
+// cGame owns everything the program has: the three device layers, the options, and the running
+// game's scene and lists. Its frame (Loop) reads the input, processes the frame and draws it.
+// The operations are spread over several files by subject: Game.cpp (start, frame, shut-down),
+// Menus.cpp, NewGame.cpp, InGameUpdate.cpp, actors/PlayerStep.cpp, actors/BulletPasses.cpp,
+// actors/ItemPasses.cpp, ai/EnemiesUpdate.cpp.
+
+#include <cstdint>
+#include <memory>
+
+#include "actors/ActorLists.h"
+#include "app/Config.h"
+#include "graphics/GraphicsLayer.h"
+#include "input/InputLayer.h"
+#include "sound/SoundLayer.h"
+
+class cScene;
+class cPlayer;
+struct cPlatform;
+
+// One player's keys decoded for a frame.
+struct cPlayerCommand {
+	int32_t				dx = 0;				// -1, 0 or 1
+	int32_t				dy = 0;				// -1, 0 or 1, y downwards
+	int32_t				direction = -1;		// direction code, -1 when no movement key is held
+	bool				fire = false;		// held
+	bool				skill = false;		// went down this frame
+	bool				use = false;		// held
+};
+
+class cGame {
+public:
+	static const uint32_t FRAME_TIME = 15;			// in msec, the shortest frame
+	static const uint32_t END_SCREEN_TIME = 7500;	// in msec
+
+						cGame();
+	virtual				~cGame();
+
+	// Start, frame and shut-down.
+	bool				Init( const cPlatform &platform, bool fullscreen );
+	bool				Loop();
+	void				Finalize();
+	bool				ReadInput();
+	bool				Process();
+	bool				Render();
+	bool				RenderFrame();
+	void				ClearGame();
+
+	// Menus and the new game.
+	bool				ProcessMenus( cKeyboard &keyboard, cMouse &mouse );
+	void				NewGame();
+	void				PlaceEnemies();
+	// Clears the previous game, then takes the scene and starts with five empty lists; the new
+	// game adds its players, item and enemies after it. Tests and tools set up small games with it.
+	void				SetUpGame( std::unique_ptr<cScene> newScene );
+
+	// One frame of play and its steps.
+	void				UpdateInGame();
+	void				MarkEnemyCells();
+	void				ClearEnemyCells();
+	void				AlertEnemiesToShots( bool anyFireHeld );
+	void				LoseGame();
+	void				UpdatePlayer( cPlayer &player, int32_t dx, int32_t dy, int32_t direction,
+										bool fire, bool skill, bool use, int32_t &health );
+	void				UpdatePlayerCoop( cPlayer &player, cPlayer *partner, int32_t dx, int32_t dy,
+										int32_t direction, bool fire, bool skill, bool use, int32_t &health );
+	void				UpdateBullets();
+	void				ResolveHits();
+	void				UpdateItems();
+	void				UpdateExplosions();
+	void				UpdateEnemies();
+
+	// For the drawing, the tools and the tests.
+	cScene *			GetScene() const { return scene.get(); }
+	tCharacterList *	GetPlayers() const { return players.get(); }
+	tCharacterList *	GetEnemies() const { return enemies.get(); }
+	tBulletList *		GetBullets() const { return bullets.get(); }
+	tExplosionList *	GetExplosions() const { return explosions.get(); }
+	tItemList *			GetItems() const { return items.get(); }
+	cConfig &			GetConfig() { return config; }
+	cInputLayer &		GetInputLayer() { return inputLayer; }
+	cSoundLayer &		GetSoundLayer() { return soundLayer; }
+	cGraphicsLayer &	GetGraphicsLayer() { return graphicsLayer; }
+	uint32_t			GetEndTime() const { return endTime; }
+	bool				IsClickLatched() const { return clickLatch; }
+
+private:
+	void				WaitForFrameEnd( uint32_t frameStart ) const;
+	void				LeaveEndScreen();
+	void				ExplodeRemainingEnemies();
+	bool				ClickEntry( int entry );
+	void				ClickCharacterEntry( int entry );
+	void				StepPlayers( uint32_t count, cPlayer *p1, cPlayer *p2, const cPlayerCommand &command1,
+									 const cPlayerCommand &command2, int32_t &lowestHealth, bool &moved1, bool &moved2 );
+	void				UpdateHeartbeat( int32_t lowestHealth );
+	void				MoveCamera( cPlayer *p1, bool moved1, cPlayer *p2, bool moved2 );
+
+	uint32_t			endTime = 0;		// GetTickCount when the victory or defeat began, in msec
+	cGraphicsLayer		graphicsLayer;
+	cInputLayer			inputLayer;
+	cSoundLayer			soundLayer;
+	cConfig				config;
+	std::unique_ptr<cScene>			scene;
+	std::unique_ptr<tCharacterList>	players;
+	std::unique_ptr<tCharacterList>	enemies;
+	std::unique_ptr<tBulletList>	bullets;
+	std::unique_ptr<tExplosionList>	explosions;
+	std::unique_ptr<tItemList>		items;
+	bool				clickLatch = false;
+};

@@ -1,0 +1,3 @@
+#include "app/GameState.h"
+
+int32_t gameState = STATE_MAIN_MENU;

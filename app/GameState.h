@@ -1,0 +1,20 @@
+#pragma once
+// The screen the program is on. One global, read by the menus, the update and the drawing.
+
+#include <cstdint>
+
+enum eGameState : int32_t {
+	STATE_MAIN_MENU			= 0,
+	STATE_PLAYING			= 1,
+	STATE_SETTINGS			= 2,
+	STATE_DIFFICULTY		= 3,
+	STATE_CONTROLS			= 4,
+	STATE_CREDITS			= 5,
+	STATE_SELECT_ONE		= 6,	// character selection for one player
+	STATE_SELECT_TWO		= 7,	// character selection for two players
+	STATE_PAUSE				= 8,
+	STATE_DEFEAT			= 9,
+	STATE_VICTORY			= 10
+};
+
+extern int32_t gameState;

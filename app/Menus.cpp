@@ -1,0 +1,162 @@
+#include "app/Game.h"
+
+#include "actors/ActorTypes.h"
+#include "actors/Character.h"
+#include "actors/Explosion.h"
+#include "app/GameState.h"
+#include "input/KeyCodes.h"
+#include "platform/Clock.h"
+#include "sound/SoundIds.h"
+
+namespace {
+
+const int LEFT_BUTTON = 0;
+const int ENTRY_COUNT = 5;
+const int32_t SCREEN_RIGHT = 639;
+const int32_t SCREEN_BOTTOM = 479;
+
+// The five clickable entries every menu picture shares, right and bottom excluded.
+const cRect ENTRIES[ENTRY_COUNT] = {
+	{ 70, 248, 250, 273 },
+	{ 70, 284, 250, 307 },
+	{ 70, 317, 250, 340 },
+	{ 70, 348, 250, 372 },
+	{ 70, 381, 250, 404 },
+};
+
+int32_t Clamp( int32_t value, int32_t low, int32_t high ) {
+	return value < low ? low : ( value > high ? high : value );
+}
+
+// The entry under the cursor, 1 to 5, or 0 for none.
+int FindEntry( const cMouse &mouse ) {
+	for ( int i = 0; i < ENTRY_COUNT; i++ ) {
+		const cRect &entry = ENTRIES[i];
+		if ( mouse.InRect( entry.left, entry.top, entry.right, entry.bottom ) ) {
+			return i + 1;
+		}
+	}
+	return 0;
+}
+
+}
+
+bool cGame::ProcessMenus( cKeyboard &keyboard, cMouse &mouse ) {
+	if ( keyboard.KeyDown( KEY_ESCAPE ) && gameState == STATE_PLAYING ) {
+		gameState = STATE_PAUSE;
+		return true;
+	}
+	if ( gameState == STATE_DEFEAT || gameState == STATE_VICTORY ) {
+		if ( keyboard.KeyDown( KEY_ESCAPE ) || endTime + END_SCREEN_TIME < GetTickCount() ) {
+			LeaveEndScreen();
+			return true;
+		}
+		if ( gameState == STATE_VICTORY && enemies && !enemies->empty() ) {
+			ExplodeRemainingEnemies();
+		}
+	}
+
+	int32_t x = 0;
+	int32_t y = 0;
+	mouse.GetPosition( x, y );
+	mouse.SetPosition( Clamp( x, 0, SCREEN_RIGHT ), Clamp( y, 0, SCREEN_BOTTOM ) );
+
+	// A click is a press followed by a release, handled in the frame that sees the release.
+	if ( !clickLatch ) {
+		clickLatch = mouse.ButtonDown( LEFT_BUTTON );
+	}
+	if ( !mouse.ButtonUp( LEFT_BUTTON ) || !clickLatch ) {
+		return true;
+	}
+	clickLatch = false;
+	if ( gameState > STATE_PAUSE ) {
+		return true;
+	}
+	return ClickEntry( FindEntry( mouse ) );
+}
+
+void cGame::LeaveEndScreen() {
+	soundLayer.Stop( SOUND_GAME_OVER );
+	soundLayer.Stop( SOUND_LEVEL_COMPLETE );
+	soundLayer.Stop( SOUND_EXPLOSION );
+	gameState = STATE_MAIN_MENU;
+}
+
+// The first frame of the victory screen: the enemies still standing go up in smoke, silently,
+// and the shots in flight vanish.
+void cGame::ExplodeRemainingEnemies() {
+	for ( const std::unique_ptr<cCharacter> &enemy : *enemies ) {
+		int32_t x = 0;
+		int32_t y = 0;
+		enemy->GetPosition( x, y );
+		explosions->push_back( cExplosion( x, y, false ) );
+	}
+	bullets->clear();
+	enemies->clear();
+}
+
+// What an entry does on the current screen; returns false only to quit the program.
+bool cGame::ClickEntry( int entry ) {
+	switch ( gameState ) {
+		case STATE_MAIN_MENU:
+			switch ( entry ) {
+				case 1: config.SetPlayers( 1 ); gameState = STATE_SELECT_ONE; break;
+				case 2: config.SetPlayers( 2 ); gameState = STATE_SELECT_TWO; break;
+				case 3: gameState = STATE_SETTINGS; break;
+				case 4: gameState = STATE_CREDITS; break;
+				case 5: return false;
+			}
+			break;
+		case STATE_SETTINGS:
+			switch ( entry ) {
+				case 3: gameState = STATE_DIFFICULTY; break;
+				case 4: gameState = STATE_CONTROLS; break;
+				case 5: gameState = STATE_MAIN_MENU; break;
+			}
+			break;
+		case STATE_DIFFICULTY:
+			if ( entry >= 2 && entry <= 4 ) {
+				config.SetDifficulty( static_cast<uint32_t>( entry - 1 ) );
+			}
+			if ( entry >= 2 ) {
+				gameState = STATE_MAIN_MENU;
+			}
+			break;
+		case STATE_CONTROLS:
+		case STATE_CREDITS:
+			if ( entry == 5 ) {
+				gameState = STATE_MAIN_MENU;
+			}
+			break;
+		case STATE_SELECT_ONE:
+		case STATE_SELECT_TWO:
+			ClickCharacterEntry( entry );
+			break;
+		case STATE_PAUSE:
+			if ( entry == 4 ) {
+				gameState = STATE_PLAYING;
+			} else if ( entry == 5 ) {
+				gameState = STATE_MAIN_MENU;
+			}
+			break;
+	}
+	return true;
+}
+
+// Entry 3 gives player 1 tavesh, entry 4 lumra; in a two-player game player 2 takes the other.
+void cGame::ClickCharacterEntry( int entry ) {
+	if ( entry == 5 ) {
+		gameState = STATE_MAIN_MENU;
+		return;
+	}
+	if ( entry != 3 && entry != 4 ) {
+		return;
+	}
+	const uint32_t first = entry == 3 ? KIND_TAVESH : KIND_LUMRA;
+	config.SetCharacter( 1, first );
+	if ( gameState == STATE_SELECT_TWO ) {
+		config.SetCharacter( 2, first == KIND_TAVESH ? KIND_LUMRA : KIND_TAVESH );
+	}
+	gameState = STATE_PLAYING;
+	NewGame();
+}

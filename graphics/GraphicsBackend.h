@@ -1,0 +1,31 @@
+#pragma once
+// What the graphics layer needs from the platform: a 640 x 480 presentation surface, pictures
+// loaded into textures, and one primitive, a tinted, alpha-blended draw of a rectangle of a texture.
+
+#include <cstdint>
+
+#include "actors/Rect.h"
+
+class cTexture;		// the backend's own; the layer only holds and hands back pointers
+
+class cGraphicsBackend {
+public:
+	virtual				~cGraphicsBackend() = default;
+
+	virtual bool		CreateDevice( bool fullscreen ) = 0;
+	virtual void		ReleaseDevice() = 0;
+
+	// A PNG at its own pixel size; with useKey, pixels equal to colourKey (ARGB, alpha included)
+	// become transparent black. Null when the file cannot be loaded.
+	virtual cTexture *	LoadTexture( const char *path, bool useKey, uint32_t colourKey ) = 0;
+	virtual void		ReleaseTexture( cTexture *texture ) = 0;
+
+	virtual void		BeginFrame( uint32_t clearColour ) = 0;
+	// source null draws the whole texture; tint multiplies every texel, channel by channel (ARGB).
+	virtual void		Draw( cTexture *texture, const cRect *source, float x, float y, uint32_t tint ) = 0;
+	virtual void		EndFrame() = 0;	// presents the frame
+
+	// The failing call and the platform's text, for the log.
+	virtual const char *GetErrorCode() const = 0;
+	virtual const char *GetErrorText() const = 0;
+};

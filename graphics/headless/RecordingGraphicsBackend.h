@@ -1,0 +1,53 @@
+#pragma once
+// Drawing for tests and headless tools: nothing reaches a screen; every draw of the last frame is
+// kept in order, with the file its texture came from.
+
+#include <string>
+#include <vector>
+
+#include "graphics/GraphicsBackend.h"
+
+class cRecordingGraphicsBackend : public cGraphicsBackend {
+public:
+	struct cDrawCall {
+		std::string		path;			// the texture's file
+		bool			wholeTexture;	// drawn without a source rectangle
+		cRect			source;
+		float			x;
+		float			y;
+		uint32_t		tint;
+	};
+
+					~cRecordingGraphicsBackend() override;
+
+	void			SetFailDevice( bool fail ) { failDevice = fail; }
+	// Textures load from their path without reading it, unless the path is listed as missing.
+	void			SetMissingFile( const std::string &path ) { missing.push_back( path ); }
+	void			SetRecording( bool on ) { recording = on; }
+
+	bool			CreateDevice( bool fullscreen ) override;
+	void			ReleaseDevice() override { deviceReady = false; }
+	cTexture *		LoadTexture( const char *path, bool useKey, uint32_t colourKey ) override;
+	void			ReleaseTexture( cTexture *texture ) override;
+	void			BeginFrame( uint32_t clearColour ) override;
+	void			Draw( cTexture *texture, const cRect *source, float x, float y, uint32_t tint ) override;
+	void			EndFrame() override { frames++; }
+	const char *	GetErrorCode() const override { return "scripted failure"; }
+	const char *	GetErrorText() const override { return "the test made the device fail"; }
+
+	const std::vector<cDrawCall> &GetDraws() const { return draws; }
+	int				GetFrameCount() const { return frames; }
+	int				GetLiveTextureCount() const { return liveTextures; }
+	bool			IsDeviceReady() const { return deviceReady; }
+	bool			WasFullscreenAsked() const { return fullscreenAsked; }
+
+private:
+	std::vector<cDrawCall>		draws;
+	std::vector<std::string>	missing;
+	bool			failDevice = false;
+	bool			deviceReady = false;
+	bool			fullscreenAsked = false;
+	bool			recording = true;
+	int				frames = 0;
+	int				liveTextures = 0;
+};

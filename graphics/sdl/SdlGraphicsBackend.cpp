@@ -1,0 +1,160 @@
+#include "graphics/sdl/SdlGraphicsBackend.h"
+
+#include <SDL_image.h>
+
+#include "graphics/ColourKey.h"
+#include "platform/sdl/SdlWindow.h"
+#include "world/Grid.h"
+
+// The backend's texture is SDL's, under the name the layer knows.
+class cTexture {
+public:
+	SDL_Texture *	texture;
+};
+
+namespace {
+
+Uint8 Channel( uint32_t argb, int shift ) {
+	return static_cast<Uint8>( ( argb >> shift ) & 0xFF );
+}
+
+}
+
+cSdlGraphicsBackend::cSdlGraphicsBackend( const cSdlWindow &gameWindow ) : window( &gameWindow ) {
+}
+
+cSdlGraphicsBackend::cSdlGraphicsBackend( SDL_Surface *surface ) : target( surface ) {
+}
+
+cSdlGraphicsBackend::~cSdlGraphicsBackend() {
+	ReleaseDevice();
+}
+
+bool cSdlGraphicsBackend::Fail( const char *call ) {
+	errorCode = std::string( call ) + " failed";
+	errorText = SDL_GetError();
+	return false;
+}
+
+bool cSdlGraphicsBackend::CreateDevice( bool ) {
+	if ( target != nullptr ) {
+		renderer = SDL_CreateSoftwareRenderer( target );
+	} else if ( window != nullptr && window->GetWindow() != nullptr ) {
+		renderer = SDL_CreateRenderer( window->GetWindow(), -1, SDL_RENDERER_ACCELERATED | SDL_RENDERER_PRESENTVSYNC );
+		if ( renderer == nullptr ) {
+			renderer = SDL_CreateRenderer( window->GetWindow(), -1, SDL_RENDERER_SOFTWARE );
+		}
+	}
+	if ( renderer == nullptr ) {
+		return Fail( "SDL_CreateRenderer()" );
+	}
+	// A windowed game is a whole-number multiple of 640 x 480; full screen keeps the 4:3 shape.
+	SDL_SetHint( SDL_HINT_RENDER_SCALE_QUALITY, "nearest" );
+	if ( SDL_RenderSetLogicalSize( renderer, VIEW_WIDTH, VIEW_HEIGHT ) != 0 ) {
+		return Fail( "SDL_RenderSetLogicalSize()" );
+	}
+	return true;
+}
+
+void cSdlGraphicsBackend::ReleaseDevice() {
+	if ( renderer != nullptr ) {
+		SDL_DestroyRenderer( renderer );
+		renderer = nullptr;
+	}
+}
+
+SDL_Surface *cSdlGraphicsBackend::LoadKeyedSurface( const char *path, bool useKey, uint32_t colourKey ) {
+	SDL_RWops *source = SDL_RWFromFile( path, "rb" );
+	if ( source == nullptr ) {
+		return nullptr;
+	}
+	return LoadKeyedSurface( source, useKey, colourKey );
+}
+
+// Takes the stream over and closes it.
+SDL_Surface *cSdlGraphicsBackend::LoadKeyedSurface( SDL_RWops *source, bool useKey, uint32_t colourKey ) {
+	SDL_Surface *loaded = IMG_Load_RW( source, 1 );
+	if ( loaded == nullptr ) {
+		return nullptr;
+	}
+	SDL_Surface *argb = SDL_ConvertSurfaceFormat( loaded, SDL_PIXELFORMAT_ARGB8888, 0 );
+	SDL_FreeSurface( loaded );
+	if ( argb == nullptr ) {
+		return nullptr;
+	}
+	if ( useKey && SDL_LockSurface( argb ) == 0 ) {
+		for ( int row = 0; row < argb->h; row++ ) {
+			uint32_t *pixels = reinterpret_cast<uint32_t *>( static_cast<Uint8 *>( argb->pixels ) + row * argb->pitch );
+			ApplyColourKey( pixels, static_cast<size_t>( argb->w ), colourKey );
+		}
+		SDL_UnlockSurface( argb );
+	}
+	return argb;
+}
+
+cTexture *cSdlGraphicsBackend::LoadTexture( const char *path, bool useKey, uint32_t colourKey ) {
+	if ( renderer == nullptr ) {
+		Fail( "LoadTexture()" );
+		return nullptr;
+	}
+	SDL_Surface *surface = LoadKeyedSurface( path, useKey, colourKey );
+	if ( surface == nullptr ) {
+		Fail( "IMG_Load()" );
+		return nullptr;
+	}
+	SDL_Texture *texture = SDL_CreateTextureFromSurface( renderer, surface );
+	SDL_FreeSurface( surface );
+	if ( texture == nullptr ) {
+		Fail( "SDL_CreateTextureFromSurface()" );
+		return nullptr;
+	}
+	SDL_SetTextureBlendMode( texture, SDL_BLENDMODE_BLEND );
+	return new cTexture { texture };
+}
+
+void cSdlGraphicsBackend::ReleaseTexture( cTexture *texture ) {
+	if ( texture != nullptr ) {
+		SDL_DestroyTexture( texture->texture );
+		delete texture;
+	}
+}
+
+void cSdlGraphicsBackend::BeginFrame( uint32_t clearColour ) {
+	if ( renderer == nullptr ) {
+		return;
+	}
+	SDL_SetRenderDrawColor( renderer, Channel( clearColour, 16 ), Channel( clearColour, 8 ),
+							Channel( clearColour, 0 ), Channel( clearColour, 24 ) );
+	SDL_RenderClear( renderer );
+}
+
+void cSdlGraphicsBackend::Draw( cTexture *texture, const cRect *source, float x, float y, uint32_t tint ) {
+	if ( renderer == nullptr || texture == nullptr ) {
+		return;
+	}
+	SDL_Rect sourceRect;
+	SDL_FRect destination;
+	destination.x = x;
+	destination.y = y;
+	if ( source != nullptr ) {
+		if ( source->GetWidth() <= 0 || source->GetHeight() <= 0 ) {
+			return;
+		}
+		sourceRect = { source->left, source->top, source->GetWidth(), source->GetHeight() };
+	} else {
+		sourceRect.x = 0;
+		sourceRect.y = 0;
+		SDL_QueryTexture( texture->texture, nullptr, nullptr, &sourceRect.w, &sourceRect.h );
+	}
+	destination.w = static_cast<float>( sourceRect.w );
+	destination.h = static_cast<float>( sourceRect.h );
+	SDL_SetTextureColorMod( texture->texture, Channel( tint, 16 ), Channel( tint, 8 ), Channel( tint, 0 ) );
+	SDL_SetTextureAlphaMod( texture->texture, Channel( tint, 24 ) );
+	SDL_RenderCopyF( renderer, texture->texture, &sourceRect, &destination );
+}
+
+void cSdlGraphicsBackend::EndFrame() {
+	if ( renderer != nullptr ) {
+		SDL_RenderPresent( renderer );
+	}
+}

@@ -1,0 +1,45 @@
+#pragma once
+// The drawing over SDL's 2-D renderer: the game's window (accelerated with vsync where the machine
+// has it, the software renderer otherwise) or an off-screen surface for tests and benchmarks,
+// always at a logical 640 x 480 with nearest-neighbour sampling.
+
+#include <SDL.h>
+
+#include <string>
+
+#include "graphics/GraphicsBackend.h"
+
+class cSdlWindow;
+
+class cSdlGraphicsBackend : public cGraphicsBackend {
+public:
+	explicit		cSdlGraphicsBackend( const cSdlWindow &window );
+	explicit		cSdlGraphicsBackend( SDL_Surface *target );	// off-screen, software; target not owned
+					~cSdlGraphicsBackend() override;
+
+	bool			CreateDevice( bool fullscreen ) override;
+	void			ReleaseDevice() override;
+	cTexture *		LoadTexture( const char *path, bool useKey, uint32_t colourKey ) override;
+	void			ReleaseTexture( cTexture *texture ) override;
+	void			BeginFrame( uint32_t clearColour ) override;
+	void			Draw( cTexture *texture, const cRect *source, float x, float y, uint32_t tint ) override;
+	void			EndFrame() override;
+	const char *	GetErrorCode() const override { return errorCode.c_str(); }
+	const char *	GetErrorText() const override { return errorText.c_str(); }
+
+	// Loads a picture as 32-bit ARGB with the colour key applied; null on failure. Exposed for
+	// the picture tests and the fuzzer.
+	static SDL_Surface *LoadKeyedSurface( const char *path, bool useKey, uint32_t colourKey );
+	static SDL_Surface *LoadKeyedSurface( SDL_RWops *source, bool useKey, uint32_t colourKey );
+
+	SDL_Renderer *	GetRenderer() const { return renderer; }
+
+private:
+	bool			Fail( const char *call );
+
+	const cSdlWindow *	window = nullptr;	// not owned
+	SDL_Surface *		target = nullptr;	// not owned
+	SDL_Renderer *		renderer = nullptr;
+	std::string			errorCode;
+	std::string			errorText;
+};

@@ -1,0 +1,35 @@
+#pragma once
+// What the input layer needs from the platform: poll the keyboard and the mouse, take and give
+// back the devices, move the pointer. The SDL backend and the scripted test backend implement it.
+
+#include <cstdint>
+
+// One poll of the mouse: relative motion, or an absolute position where the platform knows it
+// (then the motion is ignored), and the high-bit button bytes (0 left, 1 right, 2 middle).
+struct cMouseReading {
+	int32_t		dx = 0;
+	int32_t		dy = 0;
+	int32_t		wheel = 0;
+	bool		hasPosition = false;
+	int32_t		x = 0;			// in 640 x 480 screen pixels, when hasPosition
+	int32_t		y = 0;
+	uint8_t		buttons[4] = {};
+};
+
+class cInputBackend {
+public:
+	virtual			~cInputBackend() = default;
+
+	virtual bool	AcquireKeyboard() = 0;
+	virtual bool	UnacquireKeyboard() = 0;
+	virtual bool	ReadKeyboard( uint8_t state[256] ) = 0;	// high bit set while a key is down
+
+	virtual bool	AcquireMouse( bool exclusive ) = 0;
+	virtual bool	UnacquireMouse() = 0;
+	virtual bool	ReadMouse( cMouseReading &reading ) = 0;
+	virtual void	WarpMouse( int32_t x, int32_t y ) = 0;	// 640 x 480 screen pixels
+
+	// The failing call and the platform's text, for the log.
+	virtual const char *GetErrorCode() const = 0;
+	virtual const char *GetErrorText() const = 0;
+};

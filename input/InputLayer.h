@@ -1,0 +1,42 @@
+#pragma once
+// cInputLayer owns the keyboard and the mouse and reads both once at the start of every frame.
+
+#include <cstdint>
+#include <memory>
+
+#include "input/Keyboard.h"
+#include "input/Mouse.h"
+
+class cInputBackend;
+
+class cInputLayer {
+public:
+	enum { DEVICE_KEYBOARD = 1, DEVICE_MOUSE = 2 };
+
+					cInputLayer() = default;
+					~cInputLayer();
+
+	// devices is a bit set of DEVICE_KEYBOARD and DEVICE_MOUSE.
+	bool			Init( cInputBackend *backend, bool exclusiveMouse, uint32_t devices );
+	bool			Release();
+	bool			Read();
+	void			Acquire();
+	void			Unacquire();
+
+	cKeyboard *		GetKeyboard() const { return keyboard.get(); }
+	cMouse *		GetMouse() const { return mouse.get(); }
+
+	bool			KeyDown( int key ) const;
+	bool			KeyUp( int key ) const;
+	bool			MouseButtonDown( int button ) const;
+	bool			MouseButtonUp( int button ) const;
+	void			GetMouseMovement( int32_t &dx, int32_t &dy ) const;
+	int32_t			GetMouseWheel() const;
+	void			SetMousePosition( int32_t x, int32_t y );
+	void			GetMousePosition( int32_t &x, int32_t &y ) const;
+
+private:
+	std::unique_ptr<cKeyboard>	keyboard;
+	std::unique_ptr<cMouse>		mouse;
+	cInputBackend *				backend = nullptr;	// not owned; stands for the platform's input object
+};

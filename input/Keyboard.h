@@ -1,0 +1,35 @@
+#pragma once
+// cKeyboard keeps the keyboard state polled this frame and the state saved at the end of the last
+// in-game step, 256 bytes each indexed by key code, for the held and newly-pressed tests.
+
+#include <cstdint>
+
+class cInputBackend;
+
+class cKeyboard {
+public:
+	explicit		cKeyboard( cInputBackend *backend );	// backend not owned; null for a scripted keyboard
+					~cKeyboard();
+
+	bool			Read();
+	bool			Acquire();
+	bool			Unacquire();
+	void			Clear();
+
+	bool			KeyDown( int key ) const;
+	bool			KeyUp( int key ) const;
+	bool			KeyChanged( int key ) const;
+	void			SaveState();
+
+	// Scripted states for tests and tools: a key held (0x80) or released.
+	void			SetKey( int key, bool down );
+	void			ReleaseAll() { Clear(); }
+
+private:
+	static bool		IsValidKey( int key ) { return key >= 0 && key < 256; }
+	void			LogFailure( const char *text ) const;
+
+	cInputBackend *	backend;
+	uint8_t			current[256] = {};
+	uint8_t			previous[256] = {};
+};

@@ -1,0 +1,47 @@
+#include "input/headless/ScriptedInputBackend.h"
+
+#include <cstring>
+
+void cScriptedInputBackend::SetKey( int key, bool down ) {
+	if ( key >= 0 && key < 256 ) {
+		keys[key] = down ? 0x80 : 0x00;
+	}
+}
+
+void cScriptedInputBackend::ReleaseAllKeys() {
+	std::memset( keys, 0, sizeof( keys ) );
+}
+
+void cScriptedInputBackend::SetMousePosition( int32_t x, int32_t y ) {
+	mouse.hasPosition = true;
+	mouse.x = x;
+	mouse.y = y;
+}
+
+void cScriptedInputBackend::SetButton( int button, bool down ) {
+	if ( button >= 0 && button < 4 ) {
+		mouse.buttons[button] = down ? 0x80 : 0x00;
+	}
+}
+
+bool cScriptedInputBackend::ReadKeyboard( uint8_t state[256] ) {
+	if ( failReads ) {
+		return false;
+	}
+	std::memcpy( state, keys, sizeof( keys ) );
+	return true;
+}
+
+bool cScriptedInputBackend::ReadMouse( cMouseReading &reading ) {
+	if ( failReads ) {
+		return false;
+	}
+	reading = mouse;
+	return true;
+}
+
+// The game moved the pointer (its start position, a clamp): the script's pointer follows.
+void cScriptedInputBackend::WarpMouse( int32_t x, int32_t y ) {
+	SetMousePosition( x, y );
+	warps++;
+}

@@ -1,0 +1,31 @@
+#pragma once
+// The keyboard and the mouse over SDL: the keyboard state mapped to the game's key codes, the
+// pointer's position mapped to the 640 x 480 screen. A window without the focus reports no key held.
+
+#include <string>
+
+#include "input/InputBackend.h"
+
+class cSdlWindow;
+
+class cSdlInputBackend : public cInputBackend {
+public:
+	explicit		cSdlInputBackend( const cSdlWindow &window );
+
+	bool			AcquireKeyboard() override { return true; }
+	bool			UnacquireKeyboard() override { return true; }
+	bool			ReadKeyboard( uint8_t state[256] ) override;
+
+	bool			AcquireMouse( bool exclusive ) override;
+	bool			UnacquireMouse() override { return true; }
+	bool			ReadMouse( cMouseReading &reading ) override;
+	void			WarpMouse( int32_t x, int32_t y ) override;
+
+	const char *	GetErrorCode() const override { return errorCode.c_str(); }
+	const char *	GetErrorText() const override { return errorText.c_str(); }
+
+private:
+	const cSdlWindow &	window;
+	std::string			errorCode;
+	std::string			errorText;
+};

@@ -1,0 +1,13 @@
+#pragma once
+// The platform the game runs on, as the three layers see it: one backend per layer, made over the
+// game's window by the entry point (SDL), or headless ones made by tests and tools.
+
+class cGraphicsBackend;
+class cInputBackend;
+class cSoundBackend;
+
+struct cPlatform {
+	cGraphicsBackend *	graphics = nullptr;	// not owned
+	cInputBackend *		input = nullptr;	// not owned
+	cSoundBackend *		sound = nullptr;	// not owned; null runs the game silent
+};

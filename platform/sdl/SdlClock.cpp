@@ -1,0 +1,15 @@
+#include "platform/sdl/SdlClock.h"
+
+#include <SDL.h>
+
+uint32_t cSdlClock::GetTickCount() {
+	return SDL_GetTicks();
+}
+
+std::time_t cSdlClock::GetCalendarTime() {
+	return std::time( nullptr );
+}
+
+void cSdlClock::Sleep( uint32_t msec ) {
+	SDL_Delay( msec );
+}

@@ -1,0 +1,39 @@
+#pragma once
+// The game's window over SDL: asks whether to play full screen, opens the window at the largest
+// whole-number scale of 640 x 480 that fits the desktop (or full screen with the 4:3 picture
+// centred), and maps between window pixels and the game's 640 x 480 screen.
+
+#include <SDL.h>
+
+class cSdlWindow {
+public:
+	static const char *const TITLE;
+	static const char *const ICON_PATH;
+
+					cSdlWindow() = default;
+					~cSdlWindow();
+					cSdlWindow( const cSdlWindow & ) = delete;
+	cSdlWindow &	operator=( const cSdlWindow & ) = delete;
+
+	// "Would you like fullscreen mode?"; any answer but Yes, a failure included, means windowed.
+	static bool		AskFullscreen();
+	bool			Create( bool fullscreen );
+	void			Destroy();
+
+	SDL_Window *	GetWindow() const { return window; }
+	bool			IsFullscreen() const { return fullscreen; }
+	bool			HasInputFocus() const;
+	// Where the 640 x 480 picture lies in the window, in window pixels.
+	SDL_Rect		GetPictureRect() const;
+	void			WindowToScreen( int windowX, int windowY, int &screenX, int &screenY ) const;
+	void			ScreenToWindow( int screenX, int screenY, int &windowX, int &windowY ) const;
+
+	// Whole-number scale of a windowed game on a desktop of the given usable size, at least 1.
+	static int		GetWindowScale( int desktopWidth, int desktopHeight );
+
+private:
+	void			SetIcon();
+
+	SDL_Window *	window = nullptr;
+	bool			fullscreen = false;
+};

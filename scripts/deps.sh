@@ -1,0 +1,33 @@
+#!/usr/bin/env bash
+# Installs the Debian packages a build needs when they are missing.
+#   scripts/deps.sh play   what building and running the game needs
+#   scripts/deps.sh test   that, plus the test suite's tools (GoogleTest, Xvfb, sanitizers, ...)
+set -euo pipefail
+
+play_packages=(g++ cmake make pkg-config libsdl2-dev libsdl2-image-dev libsdl2-mixer-dev)
+test_packages=(googletest libgtest-dev libbenchmark-dev libtcod-dev libsdl2-ttf-dev fonts-dejavu-core
+               xvfb xauth xdotool x11-utils x11-apps xfonts-base imagemagick clang libclang-rt-14-dev)
+
+case "${1:-play}" in
+  play) wanted=("${play_packages[@]}") ;;
+  test) wanted=("${play_packages[@]}" "${test_packages[@]}") ;;
+  *) echo "usage: $0 play|test" >&2; exit 2 ;;
+esac
+
+missing=()
+for package in "${wanted[@]}"; do
+  if ! dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed"; then
+    missing+=("$package")
+  fi
+done
+[ ${#missing[@]} -eq 0 ] && exit 0
+
+echo "Installing missing packages: ${missing[*]}"
+if [ "$(id -u)" -eq 0 ]; then
+  sudo=()
+else
+  sudo=(sudo)
+fi
+export DEBIAN_FRONTEND=noninteractive
+"${sudo[@]}" apt-get update -q
+"${sudo[@]}" apt-get install -y -q --no-install-recommends "${missing[@]}"

@@ -1,0 +1,21 @@
+#!/usr/bin/env bash
+# Builds and runs the whole test suite: the Release build with every test (the end-to-end runs of
+# the real game under Xvfb included), then the same suite built with AddressSanitizer and
+# UndefinedBehaviorSanitizer.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+scripts/deps.sh test
+jobs=$(nproc)
+export ASAN_OPTIONS="detect_leaks=1:abort_on_error=1:strict_string_checks=1"
+export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"
+export LSAN_OPTIONS="suppressions=$PWD/tests/lsan.supp:print_suppressions=0"
+
+echo "== Release build and tests"
+cmake -S . -B build/test -DCMAKE_BUILD_TYPE=Release -DKMVT_WERROR=ON > /dev/null
+cmake --build build/test -j"$jobs"
+ctest --test-dir build/test --output-on-failure -j"$jobs"
+
+echo "== Sanitizer build and tests"
+cmake -S . -B build/asan -DCMAKE_BUILD_TYPE=Debug -DKMVT_SANITIZE=ON -DKMVT_WERROR=ON -DKMVT_BUILD_TOOLS=OFF > /dev/null
+cmake --build build/asan -j"$jobs"
+ctest --test-dir build/asan --output-on-failure -j"$jobs"

@@ -1,0 +1,73 @@
+#!/usr/bin/env bash
+# Runs the real game under Xvfb and checks what a player would see:
+#   run_game.sh GAME SCENARIO RESOURCES ARTEFACTS
+# sigterm:    answer the full-screen question with No, find the 640 x 480 window titled
+#             "Project Kormaveth 2D", check that it is mapped, take a screenshot, send SIGTERM and
+#             expect exit code 0 within 5 s and an empty log.txt.
+# quit-click: the same start, then click the main menu's quit entry and expect the same ending.
+set -euo pipefail
+game=$1 scenario=$2 resources=$3 artefacts=$4
+if [ -z "${KMVT_INSIDE_XVFB:-}" ]; then
+  export KMVT_INSIDE_XVFB=1
+  exec xvfb-run -a -s "-screen 0 1280x1024x24" bash "$0" "$@"
+fi
+
+mkdir -p "$artefacts"
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+ln -s "$resources" "$work/resources"
+fail() { echo "FAIL ($scenario): $*" >&2; [ -f "$work/log.txt" ] && { echo "log.txt:" >&2; cat "$work/log.txt" >&2; }; exit 1; }
+
+cd "$work"
+SDL_AUDIODRIVER=dummy "$game" > "$work/stdout.txt" 2>&1 &
+pid=$!
+
+# The question comes first, in a window of its own with the game's caption.
+question=$(timeout 20 xdotool search --sync --onlyvisible --name "Project Kormaveth 2D" | head -n 1) \
+  || fail "the full-screen question never appeared"
+xdotool windowfocus --sync "$question" 2>/dev/null || true
+xdotool key Escape
+
+# Then the game's window: the one whose size is a whole multiple of 640 x 480.
+window=""
+for _ in $(seq 1 100); do
+  for id in $(xdotool search --onlyvisible --name "^Project Kormaveth 2D$" 2>/dev/null); do
+    read -r width height < <(xwininfo -id "$id" | awk '/Width:/ {w=$2} /Height:/ {h=$2} END {print w, h}')
+    if [ $((width % 640)) -eq 0 ] && [ $((width / 640 * 480)) -eq "$height" ]; then
+      window=$id scale=$((width / 640))
+    fi
+  done
+  [ -n "$window" ] && break
+  kill -0 "$pid" 2>/dev/null || fail "the game ended before its window appeared: $(cat "$work/stdout.txt")"
+  sleep 0.1
+done
+[ -n "$window" ] || fail "no window of 640 x 480 (or a whole multiple) titled Project Kormaveth 2D"
+xwininfo -id "$window" | grep -q "Map State: IsViewable" || fail "the window is not mapped"
+sleep 1
+import -window "$window" "$artefacts/$scenario-main-menu.png" 2>/dev/null || true
+
+case "$scenario" in
+  sigterm)
+    kill -TERM "$pid" ;;
+  quit-click)
+    # Entry 5 of the main menu spans x 70-249, y 381-403 of the 640 x 480 screen.
+    xdotool mousemove --window "$window" $((160 * scale)) $((392 * scale))
+    sleep 0.2
+    xdotool click 1 ;;
+  *) fail "unknown scenario" ;;
+esac
+
+for _ in $(seq 1 50); do
+  kill -0 "$pid" 2>/dev/null || break
+  sleep 0.1
+done
+if kill -0 "$pid" 2>/dev/null; then
+  kill -KILL "$pid"
+  fail "the game was still running 5 s after it was told to end"
+fi
+status=0
+wait "$pid" || status=$?
+[ "$status" -eq 0 ] || fail "exit code $status: $(cat "$work/stdout.txt")"
+[ -f "$work/log.txt" ] || fail "log.txt was not created"
+[ ! -s "$work/log.txt" ] || fail "log.txt is not empty"
+echo "PASS ($scenario): window ${scale}x, exit code 0, empty log"
