@@ -1,0 +1,111 @@
+// kmvt_art: draws every picture of the game into a resource tree.
+// Usage: kmvt_art <repository root> [--preview <folder>]. Writes resources/menu,
+// resources/sprites and resources/icon, the menu background the resource tests compare with,
+// and the contact sheets under docs/images.
+
+#include "CharacterArt.h"
+#include "ContactSheets.h"
+#include "IconFile.h"
+#include "Palette.h"
+#include "SpriteArt.h"
+
+#include <SDL.h>
+#include <SDL_image.h>
+
+#include <cstdio>
+#include <string>
+#include <vector>
+
+namespace {
+
+// The small pictures side by side on one strip, for the contact sheet.
+cCanvas MakeSmallPictureStrip( const std::vector<cCanvas> &pictures ) {
+	cCanvas strip( 32 * int( pictures.size() ), 32 );
+	for ( size_t i = 0; i < pictures.size(); i++ ) {
+		strip.Paste( pictures[i], int( i ) * 32, 0 );
+	}
+	return strip;
+}
+
+// The cursor as the game shows it: key pixels made transparent.
+cCanvas WithoutKey( const cCanvas &cursor ) {
+	cCanvas shown = cursor;
+	for ( int y = 0; y < shown.GetHeight(); y++ ) {
+		for ( int x = 0; x < shown.GetWidth(); x++ ) {
+			if ( shown.Get( x, y ) == CURSOR_KEY ) {
+				shown.Set( x, y, 0 );
+			}
+		}
+	}
+	return shown;
+}
+
+bool WriteSprites( const std::string &root ) {
+	const std::string sprites = root + "/resources/sprites/";
+	const std::string images = root + "/docs/images/";
+	bool ok = true;
+	const cCanvas characters = MakeCharacterSheet();
+	ok &= characters.SavePng( sprites + "characters_trans.png" );
+	ok &= MakeContactSheet( characters, 4, 32, 32 ).SavePng( images + "sheet-characters.png" );
+
+	const cCanvas items = MakeItemSheet();
+	const cCanvas bullets = MakeBulletSheet();
+	const cCanvas explosions = MakeExplosionSheet();
+	ok &= items.SavePng( sprites + "items_trans.png" );
+	ok &= bullets.SavePng( sprites + "bullets_trans.png" );
+	ok &= explosions.SavePng( sprites + "explosion_trans.png" );
+	ok &= MakeBar( BAR_HEALTH ).SavePng( sprites + "health.png" );
+	ok &= MakeBar( BAR_LOW_HEALTH ).SavePng( sprites + "low_health.png" );
+	ok &= MakeBar( BAR_ENERGY ).SavePng( sprites + "energy.png" );
+	ok &= MakeBar( BAR_AMMO ).SavePng( sprites + "ammo.png" );
+	const cCanvas exclamation = MakeExclamationIcon();
+	const cCanvas query = MakeQueryIcon();
+	const cCanvas puzzled = MakePuzzledIcon();
+	ok &= exclamation.SavePng( sprites + "exclamation.png" );
+	ok &= query.SavePng( sprites + "query.png" );
+	ok &= puzzled.SavePng( sprites + "WTF.png" );
+	const cCanvas cursor = MakeCursor();
+	ok &= cursor.SavePng( root + "/resources/menu/mouse.png" );
+	const std::vector<cCanvas> icons = { MakeGameIcon( 64 ), MakeGameIcon( 32 ) };
+	ok &= WriteIconFile( root + "/resources/icon/kmvt.ico", icons );
+
+	ok &= MakeContactSheet( items, 6, 32, 32 ).SavePng( images + "sheet-items.png" );
+	ok &= MakeContactSheet( bullets, 8, 20, 20 ).SavePng( images + "sheet-bullets.png" );
+	ok &= MakeContactSheet( explosions, 5, 32, 32 ).SavePng( images + "sheet-explosions.png" );
+	std::vector<cCanvas> smalls;
+	for ( eBar bar : { BAR_HEALTH, BAR_LOW_HEALTH, BAR_ENERGY, BAR_AMMO } ) {
+		cCanvas cell( 32, 32 );
+		cell.PasteRect( MakeBar( bar ), 0, 0, 8, 8, 4, 12, 1 );
+		for ( int x = 4; x < 28; x++ ) {		// a stretch of bar as the HUD draws it
+			cell.PasteRect( MakeBar( bar ), 0, 0, 1, 8, x, 12 );
+		}
+		smalls.push_back( cell );
+	}
+	cCanvas smallIcons( 32, 32 );
+	smallIcons.Paste( exclamation, 0, 8 );
+	smallIcons.Paste( query, 16, 8 );
+	smalls.push_back( smallIcons );
+	smalls.push_back( puzzled );
+	smalls.push_back( WithoutKey( cursor ) );
+	smalls.push_back( icons[1] );
+	ok &= MakeContactSheet( MakeSmallPictureStrip( smalls ), 6, 32, 32 ).SavePng( images + "sheet-icons.png" );
+	ok &= MakeContactSheet( icons[0], 4, 64, 64 ).SavePng( images + "sheet-app-icon.png" );
+	return ok;
+}
+
+}	// namespace
+
+int main( int argc, char **argv ) {
+	if ( argc != 2 ) {
+		std::fprintf( stderr, "usage: %s <repository root>\n", argv[0] );
+		return 2;
+	}
+	const std::string root = argv[1];
+	if ( SDL_Init( 0 ) != 0 ) {
+		std::fprintf( stderr, "SDL_Init: %s\n", SDL_GetError() );
+		return 1;
+	}
+	bool ok = WriteSprites( root );
+	SDL_Quit();
+	return ok ? 0 : 1;
+}
