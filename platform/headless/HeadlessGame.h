@@ -1,0 +1,44 @@
+#pragma once
+// Runs the real cGame frame by frame without a window, for tests and headless tools: scripted keys
+// and mouse, a manual clock that each frame's wait advances by 15 msec, a fixed calendar time, and
+// drawing recorded instead of shown.
+
+#include <cstdint>
+
+#include "app/Game.h"
+#include "graphics/headless/RecordingGraphicsBackend.h"
+#include "input/headless/ScriptedInputBackend.h"
+#include "platform/Clock.h"
+
+class cSoundBackend;
+
+class cHeadlessGame {
+public:
+	static const std::time_t CALENDAR_TIME = 1700000000;	// in seconds, fixed so that runs repeat
+
+	// sound null runs the game silent; the backend is not owned.
+	explicit				cHeadlessGame( cSoundBackend *sound = nullptr );
+							~cHeadlessGame();
+							cHeadlessGame( const cHeadlessGame & ) = delete;
+	cHeadlessGame &			operator=( const cHeadlessGame & ) = delete;
+
+	bool					Start( bool fullscreen = false );
+	bool					Frame();						// one cGame::Loop; false when the game ends
+	bool					Frames( int count );			// stops early when the game ends
+	// A click is a press seen in one frame and a release seen in the next, at a 640 x 480 point.
+	bool					Click( int32_t x, int32_t y );
+	void					SetKey( int key, bool down ) { input.SetKey( key, down ); }
+
+	cGame &					GetGame() { return game; }
+	cManualClock &			GetClock() { return clock; }
+	cScriptedInputBackend &	GetInput() { return input; }
+	cRecordingGraphicsBackend &GetGraphics() { return graphics; }
+
+private:
+	cManualClock				clock;
+	cScriptedInputBackend		input;
+	cRecordingGraphicsBackend	graphics;
+	cSoundBackend *				sound;
+	cGame						game;
+	bool						started = false;
+};
