@@ -6,6 +6,7 @@
 #include "CharacterArt.h"
 #include "ContactSheets.h"
 #include "IconFile.h"
+#include "MenuArt.h"
 #include "Palette.h"
 #include "SpriteArt.h"
 
@@ -93,6 +94,31 @@ bool WriteSprites( const std::string &root ) {
 	return ok;
 }
 
+bool WriteMenus( const std::string &root ) {
+	cMenuArt art;
+	if ( !art.Open() ) {
+		return false;
+	}
+	bool ok = true;
+	const std::string menu = root + "/resources/menu/";
+	ok &= art.GetBackdrop().SavePng( root + "/tests/resources/menu_background.png" );
+	for ( const sMenuScreen &screen : MENU_SCREENS ) {
+		const cCanvas picture = art.MakeScreen( screen );
+		ok &= picture.SavePng( menu + screen.file );
+		ok &= picture.SavePng( root + "/docs/images/menu-" + screen.file );
+	}
+	for ( bool victory : { true, false } ) {
+		const cCanvas overlay = art.MakeEndOverlay( victory );
+		const char *file = victory ? "youwin.png" : "youlose.png";
+		ok &= overlay.SavePng( menu + file );
+		// on the contact sheet the overlay lies over a piece of the town, as in the game
+		cCanvas shown = art.GetBackdrop();
+		shown.Paste( overlay, 0, 0 );
+		ok &= shown.SavePng( root + "/docs/images/menu-" + file );
+	}
+	return ok;
+}
+
 }	// namespace
 
 int main( int argc, char **argv ) {
@@ -106,6 +132,7 @@ int main( int argc, char **argv ) {
 		return 1;
 	}
 	bool ok = WriteSprites( root );
+	ok &= WriteMenus( root );
 	SDL_Quit();
 	return ok ? 0 : 1;
 }

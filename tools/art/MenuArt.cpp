@@ -1,0 +1,312 @@
+#include "MenuArt.h"
+
+#include "CharacterArt.h"
+#include "Palette.h"
+#include "SpriteTools.h"
+#include "TextRenderer.h"
+#include "TownBackdrop.h"
+
+#include <algorithm>
+#include <cstring>
+#include <string>
+#include <vector>
+
+namespace {
+
+const int PANEL_LEFT = 284;
+const int PANEL_TOP = 244;
+const int PANEL_RIGHT = 620;
+const int PANEL_BOTTOM = 462;
+const int PANEL_MARGIN = 12;
+
+}	// namespace
+
+// The fonts and the drawing steps of the screens.
+class cMenuArtist {
+public:
+	cTextRenderer	label;		// entry labels: one font and size for every screen
+	cTextRenderer	heading;
+	cTextRenderer	titleSmall;
+	cTextRenderer	titleLarge;
+	cTextRenderer	body;
+	cTextRenderer	bodyBold;
+	cTextRenderer	banner;
+
+	bool Open() {
+		return label.Open( "DejaVuSans-Bold.ttf", 15 ) && heading.Open( "DejaVuSans-Bold.ttf", 40 ) &&
+			titleSmall.Open( "DejaVuSans-Bold.ttf", 26 ) && titleLarge.Open( "DejaVuSans-Bold.ttf", 66 ) &&
+			body.Open( "DejaVuSans.ttf", 13 ) && bodyBold.Open( "DejaVuSans-Bold.ttf", 13 ) &&
+			banner.Open( "DejaVuSans-Bold.ttf", 72 );
+	}
+
+	// Lettering with a banded gradient from top to bottom, a thick ink outline and a drop shadow.
+	cCanvas StyledText( const cTextRenderer &font, const std::string &text, const std::vector<uint32_t> &bands, int shadow ) const {
+		const cCanvas mask = font.Render( text, db32::WHITE );
+		int top = mask.GetHeight(), bottom = 0;
+		for ( int y = 0; y < mask.GetHeight(); y++ ) {
+			for ( int x = 0; x < mask.GetWidth(); x++ ) {
+				if ( mask.IsOpaque( x, y ) ) {
+					top = std::min( top, y );
+					bottom = std::max( bottom, y + 1 );
+				}
+			}
+		}
+		const int pad = 2 + shadow;
+		cCanvas letters( mask.GetWidth() + 2 * pad, mask.GetHeight() + 2 * pad );
+		for ( int y = 0; y < mask.GetHeight(); y++ ) {
+			const int band = std::clamp( ( y - top ) * int( bands.size() ) / std::max( bottom - top, 1 ), 0, int( bands.size() ) - 1 );
+			for ( int x = 0; x < mask.GetWidth(); x++ ) {
+				if ( mask.IsOpaque( x, y ) ) {
+					letters.Set( x + pad, y + pad, bands[band] );
+				}
+			}
+		}
+		letters.Outline( db32::INK );
+		letters.Outline( db32::INK );
+		cCanvas result( letters.GetWidth(), letters.GetHeight() );
+		for ( int y = 0; y < result.GetHeight(); y++ ) {
+			for ( int x = 0; x < result.GetWidth(); x++ ) {
+				if ( letters.IsOpaque( x - shadow, y - shadow ) ) {
+					result.Set( x, y, db32::BLACK );
+				}
+			}
+		}
+		CopyNonEmpty( result, letters, 0, 0 );
+		return result;
+	}
+
+	// A raised plate filling the entry rectangle, with a marker and the label left-aligned on it.
+	void DrawEntry( cCanvas &screen, const sMenuRect &rect, const char *text ) const {
+		screen.FillRect( rect.left, rect.top, rect.right, rect.bottom, db32::INK );
+		screen.FillRect( rect.left, rect.top, rect.right, rect.top + 1, db32::BLUE );
+		screen.FillRect( rect.left, rect.top, rect.left + 1, rect.bottom, db32::BLUE );
+		screen.FillRect( rect.left + 1, rect.bottom - 1, rect.right, rect.bottom, db32::BLACK );
+		screen.FillRect( rect.right - 1, rect.top + 1, rect.right, rect.bottom, db32::BLACK );
+		screen.FillRect( rect.left + 4, rect.top + 5, rect.left + 7, rect.bottom - 5, db32::ORANGE );
+		const cCanvas letters = label.Render( text, db32::ICE );
+		const int y = rect.top + ( rect.bottom - rect.top - letters.GetHeight() ) / 2;
+		CopyNonEmpty( screen, letters, rect.left + 14, y );
+	}
+
+	void DrawPanel( cCanvas &screen ) const {
+		screen.FillRect( PANEL_LEFT, PANEL_TOP, PANEL_RIGHT, PANEL_BOTTOM, db32::INK );
+		screen.FillRect( PANEL_LEFT, PANEL_TOP, PANEL_RIGHT, PANEL_TOP + 1, db32::INDIGO );
+		screen.FillRect( PANEL_LEFT, PANEL_TOP, PANEL_LEFT + 1, PANEL_BOTTOM, db32::INDIGO );
+		screen.FillRect( PANEL_LEFT + 1, PANEL_BOTTOM - 1, PANEL_RIGHT, PANEL_BOTTOM, db32::BLACK );
+		screen.FillRect( PANEL_RIGHT - 1, PANEL_TOP + 1, PANEL_RIGHT, PANEL_BOTTOM, db32::BLACK );
+	}
+
+	// Writes text wrapped to a width; returns the y below the last line.
+	int DrawParagraph( cCanvas &screen, const cTextRenderer &font, const std::string &text, int x, int y, int width, uint32_t colour ) const {
+		std::string line;
+		size_t start = 0;
+		while ( start <= text.size() ) {
+			size_t end = text.find( ' ', start );
+			if ( end == std::string::npos ) {
+				end = text.size();
+			}
+			const std::string word = text.substr( start, end - start );
+			const std::string candidate = line.empty() ? word : line + " " + word;
+			if ( !line.empty() && font.GetWidth( candidate ) > width ) {
+				CopyNonEmpty( screen, font.Render( line, colour ), x, y );
+				y += 16;
+				line = word;
+			} else {
+				line = candidate;
+			}
+			start = end + 1;
+		}
+		if ( !line.empty() ) {
+			CopyNonEmpty( screen, font.Render( line, colour ), x, y );
+			y += 16;
+		}
+		return y;
+	}
+
+	// A key cap with its name; returns the x after it.
+	int DrawKey( cCanvas &screen, const std::string &name, int x, int y ) const {
+		const cCanvas letters = bodyBold.Render( name, db32::INK );
+		const int width = std::max( letters.GetWidth() + 8, 18 );
+		static const sRamp cap = { db32::GREY, db32::STEEL, db32::ICE };
+		ShadedRect( screen, x, y, x + width, y + 18, cap );
+		CopyNonEmpty( screen, letters, x + ( width - letters.GetWidth() ) / 2, y + ( 18 - letters.GetHeight() ) / 2 );
+		return x + width + 3;
+	}
+
+	int DrawKeyRow( cCanvas &screen, const std::vector<std::string> &keys, const char *action, int x, int y ) const {
+		for ( const std::string &key : keys ) {
+			x = DrawKey( screen, key, x, y );
+		}
+		CopyNonEmpty( screen, body.Render( action, db32::ICE ), x + 3, y + 1 );
+		return x + 3 + body.GetWidth( action ) + 14;
+	}
+
+	void DrawHeading( cCanvas &screen, const char *text ) const {
+		static const std::vector<uint32_t> bands = { db32::YELLOW, db32::YELLOW, db32::TAN, db32::ORANGE, db32::ORANGE };
+		CopyNonEmpty( screen, StyledText( heading, text, bands, 3 ), 62, 150 );
+	}
+
+	void DrawMainTitle( cCanvas &screen ) const {
+		static const std::vector<uint32_t> warm = { db32::YELLOW, db32::YELLOW, db32::TAN, db32::ORANGE, db32::ORANGE, db32::RED };
+		static const std::vector<uint32_t> cold = { db32::ICE, db32::CYAN };
+		const cCanvas small = StyledText( titleSmall, "Project", cold, 2 );
+		const cCanvas large = StyledText( titleLarge, "Kormaveth 2D", warm, 4 );
+		const int left = ( 640 - large.GetWidth() ) / 2;
+		CopyNonEmpty( screen, small, left + 4, 26 );
+		CopyNonEmpty( screen, large, left, 56 );
+		DrawParagraph( screen, body, "One rain-soaked night. Two heroes. Fight through the town to the boss.", left + 8, 160, 560, db32::STEEL );
+	}
+
+	void DrawPortrait( cCanvas &screen, int kind, int x, int y, int scale ) const {
+		screen.Paste( MakeCharacterPortrait( kind ), x, y, scale );
+	}
+
+	void DrawMainPanel( cCanvas &screen ) const {
+		DrawPortrait( screen, 0, 330, 290, 4 );
+		DrawPortrait( screen, 1, 460, 290, 4 );
+		DrawParagraph( screen, bodyBold, "tavesh", 372, 420, 100, db32::ORANGE );
+		DrawParagraph( screen, bodyBold, "lumra", 506, 420, 100, db32::CYAN );
+	}
+
+	void DrawControlsPanel( cCanvas &screen ) const {
+		DrawPanel( screen );
+		int x = PANEL_LEFT + PANEL_MARGIN;
+		int y = PANEL_TOP + 10;
+		DrawParagraph( screen, bodyBold, "Player 1", x, y, 200, db32::ORANGE );
+		DrawKeyRow( screen, { "W", "A", "S", "D" }, "move", x, y + 20 );
+		int next = DrawKeyRow( screen, { "H" }, "fire", x, y + 44 );
+		next = DrawKeyRow( screen, { "J" }, "skill", next, y + 44 );
+		DrawKeyRow( screen, { "K" }, "use", next, y + 44 );
+		y += 70;
+		DrawParagraph( screen, bodyBold, "Player 2", x, y, 200, db32::CYAN );
+		DrawKeyRow( screen, { "\xE2\x86\x91", "\xE2\x86\x90", "\xE2\x86\x93", "\xE2\x86\x92" }, "move (arrow keys)", x, y + 20 );
+		next = DrawKeyRow( screen, { "Num 1" }, "fire", x, y + 44 );
+		next = DrawKeyRow( screen, { "Num 2" }, "skill", next, y + 44 );
+		DrawKeyRow( screen, { "Num 3" }, "use", next, y + 44 );
+		y += 70;
+		DrawKeyRow( screen, { "Esc" }, "pause the game", x, y );
+		DrawParagraph( screen, body, "Use opens boxes (lumra also doors) and helps a fallen partner up.", x, y + 24, PANEL_RIGHT - x - PANEL_MARGIN, db32::STEEL );
+	}
+
+	void DrawCreditsPanel( cCanvas &screen ) const {
+		DrawPanel( screen );
+		const int x = PANEL_LEFT + PANEL_MARGIN;
+		const int width = PANEL_RIGHT - PANEL_LEFT - 2 * PANEL_MARGIN;
+		int y = PANEL_TOP + 10;
+		y = DrawParagraph( screen, bodyBold, "Project Kormaveth 2D", x, y, width, db32::ORANGE ) + 4;
+		y = DrawParagraph( screen, body, "A top-down action game for one or two players on one keyboard.", x, y, width, db32::ICE ) + 8;
+		y = DrawParagraph( screen, body, "Code, map, pictures and music: made for this game by its team. Every picture is drawn and every sound synthesised by the game's own tools.", x, y, width, db32::ICE ) + 8;
+		y = DrawParagraph( screen, body, "Lettering: the DejaVu fonts.", x, y, width, db32::STEEL );
+		DrawParagraph( screen, body, "Runs on SDL2.", x, y, width, db32::STEEL );
+	}
+
+	void DrawHeroCard( cCanvas &screen, int kind, int x, const char *name, uint32_t colour, const char *text ) const {
+		DrawPortrait( screen, kind, x + 40, PANEL_TOP + 8, 2 );
+		CopyNonEmpty( screen, StyledText( bodyBold, name, { colour }, 1 ), x, PANEL_TOP + 74 );
+		DrawParagraph( screen, body, text, x, PANEL_TOP + 96, 150, db32::ICE );
+	}
+
+	void DrawSelectionPanel( cCanvas &screen ) const {
+		DrawPanel( screen );
+		DrawHeroCard( screen, 0, PANEL_LEFT + PANEL_MARGIN, "Tavesh", db32::ORANGE, "Heavy gun. His shield halves the damage he takes. Opens boxes." );
+		DrawHeroCard( screen, 1, PANEL_LEFT + 176, "Lumra", db32::CYAN, "Long gun. Her cloak hides her from the enemies. Opens boxes and doors." );
+		DrawParagraph( screen, body, "You choose for player 1. In a two-player game player 2 takes the other.", PANEL_LEFT + PANEL_MARGIN, PANEL_BOTTOM - 44, PANEL_RIGHT - PANEL_LEFT - 2 * PANEL_MARGIN, db32::YELLOW );
+	}
+
+	void DrawDifficultyPanel( cCanvas &screen ) const {
+		DrawPanel( screen );
+		const int x = PANEL_LEFT + PANEL_MARGIN;
+		const int width = PANEL_RIGHT - PANEL_LEFT - 2 * PANEL_MARGIN;
+		int y = PANEL_TOP + 10;
+		y = DrawParagraph( screen, bodyBold, "How tough are the enemies?", x, y, width, db32::ORANGE ) + 6;
+		y = DrawParagraph( screen, body, "Easy: they fall as quickly as you do.", x, y, width, db32::ICE ) + 4;
+		y = DrawParagraph( screen, body, "Normal: twice as much health.", x, y, width, db32::ICE ) + 4;
+		y = DrawParagraph( screen, body, "Hard: three times as much.", x, y, width, db32::ICE ) + 10;
+		DrawParagraph( screen, body, "The choice holds for the next game and takes you back to the main menu.", x, y, width, db32::STEEL );
+	}
+
+	void DrawPausePanel( cCanvas &screen ) const {
+		DrawPanel( screen );
+		const int x = PANEL_LEFT + PANEL_MARGIN;
+		const int width = PANEL_RIGHT - PANEL_LEFT - 2 * PANEL_MARGIN;
+		int y = DrawParagraph( screen, body, "The town holds its breath.", x, PANEL_TOP + 10, width, db32::ICE ) + 8;
+		DrawParagraph( screen, body, "Resume to fight on. Going to the main menu ends this game.", x, y, width, db32::STEEL );
+	}
+
+	void DrawSettingsPanel( cCanvas &screen ) const {
+		DrawPanel( screen );
+		const int x = PANEL_LEFT + PANEL_MARGIN;
+		const int width = PANEL_RIGHT - PANEL_LEFT - 2 * PANEL_MARGIN;
+		int y = DrawParagraph( screen, body, "Difficulty: how much the enemies can take.", x, PANEL_TOP + 10, width, db32::ICE ) + 8;
+		DrawParagraph( screen, body, "Controls: the keys of both players.", x, y, width, db32::ICE );
+	}
+};
+
+cMenuArt::cMenuArt() : backdrop( MakeTownBackdrop() ), artist( new cMenuArtist ) {
+}
+
+cMenuArt::~cMenuArt() {
+	delete artist;
+}
+
+bool cMenuArt::Open() {
+	return artist->Open();
+}
+
+cCanvas cMenuArt::MakeScreen( const sMenuScreen &screen ) const {
+	cCanvas picture = backdrop;
+	if ( screen.heading == nullptr ) {
+		artist->DrawMainTitle( picture );
+		artist->DrawMainPanel( picture );
+	} else {
+		artist->DrawHeading( picture, screen.heading );
+		const std::string file = screen.file;
+		if ( file == "controls.png" ) {
+			artist->DrawControlsPanel( picture );
+		} else if ( file == "credits.png" ) {
+			artist->DrawCreditsPanel( picture );
+		} else if ( file == "charselection.png" ) {
+			artist->DrawSelectionPanel( picture );
+		} else if ( file == "difficulty.png" ) {
+			artist->DrawDifficultyPanel( picture );
+		} else if ( file == "pause.png" ) {
+			artist->DrawPausePanel( picture );
+		} else {
+			artist->DrawSettingsPanel( picture );
+		}
+	}
+	for ( int entry = 0; entry < MENU_ENTRY_COUNT; entry++ ) {
+		if ( screen.labels[entry] != nullptr ) {
+			artist->DrawEntry( picture, MENU_ENTRIES[entry], screen.labels[entry] );
+		}
+	}
+	return picture;
+}
+
+// A translucent band across the middle with the verdict; the world stays visible around it.
+cCanvas cMenuArt::MakeEndOverlay( bool victory ) const {
+	cCanvas overlay( SCREEN_WIDTH, SCREEN_HEIGHT );
+	for ( int y = 0; y < SCREEN_HEIGHT; y++ ) {
+		for ( int x = 0; x < SCREEN_WIDTH; x++ ) {
+			const float dx = ( x - 320.0f ) / 320.0f;
+			const float dy = ( y - 240.0f ) / 240.0f;
+			const float edge = dx * dx * dx * dx + dy * dy * dy * dy;		// a soft vignette in the corners
+			if ( edge > 0.35f ) {
+				overlay.Set( x, y, db32::WithAlpha( db32::BLACK, uint32_t( std::min( ( edge - 0.35f ) * 160.0f, 140.0f ) ) ) );
+			}
+		}
+	}
+	const uint32_t band = victory ? db32::INK : db32::PLUM;
+	overlay.FillRect( 0, 176, SCREEN_WIDTH, 304, db32::WithAlpha( band, 0xC0 ) );
+	overlay.FillRect( 0, 174, SCREEN_WIDTH, 176, victory ? db32::YELLOW : db32::RED );
+	overlay.FillRect( 0, 304, SCREEN_WIDTH, 306, victory ? db32::YELLOW : db32::RED );
+	const std::vector<uint32_t> bands = victory ?
+		std::vector<uint32_t>{ db32::WHITE, db32::YELLOW, db32::YELLOW, db32::TAN, db32::ORANGE } :
+		std::vector<uint32_t>{ db32::ROSE, db32::ROSE, db32::RED, db32::RED, db32::PLUM };
+	const cCanvas word = artist->StyledText( artist->banner, victory ? "Victory" : "Defeat", bands, 4 );
+	CopyNonEmpty( overlay, word, ( SCREEN_WIDTH - word.GetWidth() ) / 2, 184 );
+	const char *line = victory ? "The boss has fallen. The streets are yours." : "No one is left standing. The town stays dark.";
+	const cCanvas text = artist->body.Render( line, db32::ICE );
+	CopyNonEmpty( overlay, text, ( SCREEN_WIDTH - text.GetWidth() ) / 2, 276 );
+	return overlay;
+}

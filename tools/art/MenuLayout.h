@@ -1,0 +1,40 @@
+#pragma once
+// Where things go on the menu pictures. The game clicks on five fixed entry rectangles stacked in
+// one column; a label may only be drawn inside the entry it names, the rest of the column shows
+// the shared background, and all other writing stays in the title area or the side panel.
+
+struct sMenuRect {
+	int			left;
+	int			top;
+	int			right;		// exclusive
+	int			bottom;		// exclusive
+};
+
+constexpr int MENU_ENTRY_COUNT = 5;
+constexpr sMenuRect MENU_ENTRIES[MENU_ENTRY_COUNT] = {
+	{ 70, 248, 250, 273 },
+	{ 70, 284, 250, 307 },
+	{ 70, 317, 250, 340 },
+	{ 70, 348, 250, 372 },
+	{ 70, 381, 250, 404 },
+};
+constexpr sMenuRect MENU_TITLE_AREA = { 0, 0, 640, 232 };
+constexpr sMenuRect MENU_PANEL_AREA = { 272, 232, 640, 480 };
+
+// One screen: its file, its heading and the label of each entry (null where the entry does nothing).
+struct sMenuScreen {
+	const char *	file;
+	const char *	heading;
+	const char *	labels[MENU_ENTRY_COUNT];
+};
+
+constexpr int MENU_SCREEN_COUNT = 7;
+constexpr sMenuScreen MENU_SCREENS[MENU_SCREEN_COUNT] = {
+	{ "main.png",			nullptr,				{ "One player", "Two players", "Settings", "Credits", "Quit" } },
+	{ "settings.png",		"Settings",				{ nullptr, nullptr, "Difficulty", "Controls", "Back" } },
+	{ "difficulty.png",		"Difficulty",			{ nullptr, "Easy", "Normal", "Hard", "Back" } },
+	{ "controls.png",		"Controls",				{ nullptr, nullptr, nullptr, nullptr, "Back" } },
+	{ "credits.png",		"Credits",				{ nullptr, nullptr, nullptr, nullptr, "Back" } },
+	{ "charselection.png",	"Choose your fighter",	{ nullptr, nullptr, "Tavesh", "Lumra", "Back" } },
+	{ "pause.png",			"Paused",				{ nullptr, nullptr, nullptr, "Resume", "Main menu" } },
+};
