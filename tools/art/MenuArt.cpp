@@ -157,8 +157,19 @@ public:
 		DrawParagraph( screen, body, "One rain-soaked night. Two heroes. Fight through the town to the boss.", left + 8, 160, 560, db32::STEEL );
 	}
 
+	// The sprite enlarged; its soft shadow becomes a dither of black so the screen keeps to the palette.
 	void DrawPortrait( cCanvas &screen, int kind, int x, int y, int scale ) const {
-		screen.Paste( MakeCharacterPortrait( kind ), x, y, scale );
+		const cCanvas portrait = MakeCharacterPortrait( kind );
+		for ( int j = 0; j < 32 * scale; j++ ) {
+			for ( int i = 0; i < 32 * scale; i++ ) {
+				const uint32_t pixel = portrait.Get( i / scale, j / scale );
+				if ( ( pixel >> 24 ) == 0xFF ) {
+					screen.Set( x + i, y + j, pixel );
+				} else if ( ( pixel >> 24 ) != 0 && ( i + j ) % 2 == 0 ) {
+					screen.Set( x + i, y + j, db32::BLACK );
+				}
+			}
+		}
 	}
 
 	void DrawMainPanel( cCanvas &screen ) const {
