@@ -231,16 +231,17 @@ cCanvas DrawDownFrame( int kind, int column ) {
 	figure.Outline( db32::INK );
 	cCanvas frame = ComposeFrame( figure, false, column );
 	// three stars turning round the head, a third of a turn per column
+	cCanvas stars( FRAME, FRAME );
 	for ( int star = 0; star < 3; star++ ) {
 		const float angle = ( star + column / 3.0f ) * 2.0943951f;
-		const int sx = int( std::lround( 9.0f + 6.0f * std::cos( angle ) ) );
-		const int sy = int( std::lround( 5.0f + 3.0f * std::sin( angle ) ) );
-		frame.Set( sx, sy, db32::YELLOW );
-		frame.Set( sx - 1, sy, db32::INK );
-		frame.Set( sx + 1, sy, db32::INK );
-		frame.Set( sx, sy - 1, db32::INK );
-		frame.Set( sx, sy + 1, db32::INK );
+		const int sx = int( std::lround( 9.0f + 6.5f * std::cos( angle ) ) );
+		const int sy = int( std::lround( 6.0f + 3.5f * std::sin( angle ) ) );
+		stars.FillRect( sx - 1, sy, sx + 2, sy + 1, db32::YELLOW );
+		stars.FillRect( sx, sy - 1, sx + 1, sy + 2, db32::YELLOW );
+		stars.Set( sx, sy, db32::WHITE );
 	}
+	stars.Outline( db32::INK );
+	CopyOver( frame, stars, 0, 0 );
 	return frame;
 }
 

@@ -1,5 +1,5 @@
 // kmvt_art: draws every picture of the game into a resource tree.
-// Usage: kmvt_art <repository root> [--preview <folder>]. Writes resources/menu,
+// Usage: kmvt_art <repository root>. Writes resources/menu,
 // resources/sprites and resources/icon, the menu background the resource tests compare with,
 // and the contact sheets under docs/images.
 
