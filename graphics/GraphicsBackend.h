@@ -19,9 +19,13 @@ public:
 	// become transparent black. Null when the file cannot be loaded.
 	virtual cTexture *	LoadTexture( const char *path, bool useKey, uint32_t colourKey ) = 0;
 	virtual void		ReleaseTexture( cTexture *texture ) = 0;
+	// The picture's own size in pixels; false (and 0 x 0) for a null texture.
+	virtual bool		GetTextureSize( const cTexture *texture, int32_t &width, int32_t &height ) const = 0;
 
 	virtual void		BeginFrame( uint32_t clearColour ) = 0;
 	// source null draws the whole texture; tint multiplies every texel, channel by channel (ARGB).
+	// The part of a source rectangle that lies outside the picture draws nothing: the picture is
+	// never stretched and nothing beyond it is read.
 	virtual void		Draw( cTexture *texture, const cRect *source, float x, float y, uint32_t tint ) = 0;
 	virtual void		EndFrame() = 0;	// presents the frame
 

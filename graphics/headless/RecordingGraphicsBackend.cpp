@@ -2,10 +2,12 @@
 
 #include <algorithm>
 
-// A recorded texture is its file's name.
+// A recorded texture is its file's name and the size the test gave it.
 class cTexture {
 public:
 	std::string		path;
+	int32_t			width;
+	int32_t			height;
 };
 
 cRecordingGraphicsBackend::~cRecordingGraphicsBackend() = default;
@@ -21,7 +23,21 @@ cTexture *cRecordingGraphicsBackend::LoadTexture( const char *path, bool, uint32
 		return nullptr;
 	}
 	liveTextures++;
-	return new cTexture { path };
+	const auto size = sizes.find( path );
+	if ( size == sizes.end() ) {
+		return new cTexture { path, DEFAULT_TEXTURE_SIZE, DEFAULT_TEXTURE_SIZE };
+	}
+	return new cTexture { path, size->second.first, size->second.second };
+}
+
+void cRecordingGraphicsBackend::SetTextureSize( const std::string &path, int32_t width, int32_t height ) {
+	sizes[path] = std::make_pair( width, height );
+}
+
+bool cRecordingGraphicsBackend::GetTextureSize( const cTexture *texture, int32_t &width, int32_t &height ) const {
+	width = texture != nullptr ? texture->width : 0;
+	height = texture != nullptr ? texture->height : 0;
+	return texture != nullptr;
 }
 
 void cRecordingGraphicsBackend::ReleaseTexture( cTexture *texture ) {

@@ -2,7 +2,9 @@
 // Drawing for tests and headless tools: nothing reaches a screen; every draw of the last frame is
 // kept in order, with the file its texture came from.
 
+#include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "graphics/GraphicsBackend.h"
@@ -24,11 +26,16 @@ public:
 	// Textures load from their path without reading it, unless the path is listed as missing.
 	void			SetMissingFile( const std::string &path ) { missing.push_back( path ); }
 	void			SetRecording( bool on ) { recording = on; }
+	// A texture loaded afterwards from this path reports this size; any other reports
+	// DEFAULT_TEXTURE_SIZE square, big enough for every rectangle the game takes from a picture.
+	void			SetTextureSize( const std::string &path, int32_t width, int32_t height );
+	static const int32_t DEFAULT_TEXTURE_SIZE = 1024;	// in pixels
 
 	bool			CreateDevice( bool fullscreen ) override;
 	void			ReleaseDevice() override { deviceReady = false; }
 	cTexture *		LoadTexture( const char *path, bool useKey, uint32_t colourKey ) override;
 	void			ReleaseTexture( cTexture *texture ) override;
+	bool			GetTextureSize( const cTexture *texture, int32_t &width, int32_t &height ) const override;
 	void			BeginFrame( uint32_t clearColour ) override;
 	void			Draw( cTexture *texture, const cRect *source, float x, float y, uint32_t tint ) override;
 	void			EndFrame() override { frames++; }
@@ -44,6 +51,7 @@ public:
 private:
 	std::vector<cDrawCall>		draws;
 	std::vector<std::string>	missing;
+	std::map<std::string, std::pair<int32_t, int32_t>>	sizes;
 	bool			failDevice = false;
 	bool			deviceReady = false;
 	bool			fullscreenAsked = false;

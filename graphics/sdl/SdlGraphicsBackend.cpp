@@ -2,20 +2,41 @@
 
 #include <SDL_image.h>
 
+#include <algorithm>
+
 #include "graphics/ColourKey.h"
 #include "platform/sdl/SdlWindow.h"
 #include "world/Grid.h"
 
-// The backend's texture is SDL's, under the name the layer knows.
+// The backend's texture is SDL's, under the name the layer knows, with the picture's size.
 class cTexture {
 public:
 	SDL_Texture *	texture;
+	int				width;			// in pixels
+	int				height;
 };
 
 namespace {
 
 Uint8 Channel( uint32_t argb, int shift ) {
 	return static_cast<Uint8>( ( argb >> shift ) & 0xFF );
+}
+
+// Cuts a source rectangle to the picture; the destination moves by what was cut off at the left
+// and the top, so that what remains lands where it would have been. False when nothing remains.
+bool ClipToPicture( const cRect &source, int width, int height, SDL_Rect &clipped, float &x, float &y ) {
+	const int64_t left = std::max<int64_t>( source.left, 0 );
+	const int64_t top = std::max<int64_t>( source.top, 0 );
+	const int64_t right = std::min<int64_t>( source.right, width );
+	const int64_t bottom = std::min<int64_t>( source.bottom, height );
+	if ( right <= left || bottom <= top ) {
+		return false;
+	}
+	x += static_cast<float>( left - source.left );
+	y += static_cast<float>( top - source.top );
+	clipped = { static_cast<int>( left ), static_cast<int>( top ), static_cast<int>( right - left ),
+				static_cast<int>( bottom - top ) };
+	return true;
 }
 
 }
@@ -102,6 +123,8 @@ cTexture *cSdlGraphicsBackend::LoadTexture( const char *path, bool useKey, uint3
 		Fail( "IMG_Load()" );
 		return nullptr;
 	}
+	const int width = surface->w;
+	const int height = surface->h;
 	SDL_Texture *texture = SDL_CreateTextureFromSurface( renderer, surface );
 	SDL_FreeSurface( surface );
 	if ( texture == nullptr ) {
@@ -109,7 +132,13 @@ cTexture *cSdlGraphicsBackend::LoadTexture( const char *path, bool useKey, uint3
 		return nullptr;
 	}
 	SDL_SetTextureBlendMode( texture, SDL_BLENDMODE_BLEND );
-	return new cTexture { texture };
+	return new cTexture { texture, width, height };
+}
+
+bool cSdlGraphicsBackend::GetTextureSize( const cTexture *texture, int32_t &width, int32_t &height ) const {
+	width = texture != nullptr ? texture->width : 0;
+	height = texture != nullptr ? texture->height : 0;
+	return texture != nullptr;
 }
 
 void cSdlGraphicsBackend::ReleaseTexture( cTexture *texture ) {
@@ -132,22 +161,12 @@ void cSdlGraphicsBackend::Draw( cTexture *texture, const cRect *source, float x,
 	if ( renderer == nullptr || texture == nullptr ) {
 		return;
 	}
+	const cRect whole = { 0, 0, texture->width, texture->height };
 	SDL_Rect sourceRect;
-	SDL_FRect destination;
-	destination.x = x;
-	destination.y = y;
-	if ( source != nullptr ) {
-		if ( source->GetWidth() <= 0 || source->GetHeight() <= 0 ) {
-			return;
-		}
-		sourceRect = { source->left, source->top, source->GetWidth(), source->GetHeight() };
-	} else {
-		sourceRect.x = 0;
-		sourceRect.y = 0;
-		SDL_QueryTexture( texture->texture, nullptr, nullptr, &sourceRect.w, &sourceRect.h );
+	if ( !ClipToPicture( source != nullptr ? *source : whole, texture->width, texture->height, sourceRect, x, y ) ) {
+		return;
 	}
-	destination.w = static_cast<float>( sourceRect.w );
-	destination.h = static_cast<float>( sourceRect.h );
+	const SDL_FRect destination = { x, y, static_cast<float>( sourceRect.w ), static_cast<float>( sourceRect.h ) };
 	SDL_SetTextureColorMod( texture->texture, Channel( tint, 16 ), Channel( tint, 8 ), Channel( tint, 0 ) );
 	SDL_SetTextureAlphaMod( texture->texture, Channel( tint, 24 ) );
 	SDL_RenderCopyF( renderer, texture->texture, &sourceRect, &destination );

@@ -21,6 +21,7 @@ public:
 	void			ReleaseDevice() override;
 	cTexture *		LoadTexture( const char *path, bool useKey, uint32_t colourKey ) override;
 	void			ReleaseTexture( cTexture *texture ) override;
+	bool			GetTextureSize( const cTexture *texture, int32_t &width, int32_t &height ) const override;
 	void			BeginFrame( uint32_t clearColour ) override;
 	void			Draw( cTexture *texture, const cRect *source, float x, float y, uint32_t tint ) override;
 	void			EndFrame() override;
