@@ -5,6 +5,7 @@
 #include "app/GameState.h"
 #include "graphics/GraphicsBackend.h"
 #include "log/Log.h"
+#include "world/Grid.h"
 
 namespace {
 
@@ -79,17 +80,25 @@ bool cGraphicsLayer::Init( cGraphicsBackend *graphicsBackend, bool fullscreen ) 
 }
 
 // A picture that cannot be loaded is named in the log; its draws then draw nothing.
-void cGraphicsLayer::LoadTextures() {
+void cGraphicsLayer::LoadTextures( const std::string &root ) {
+	cLog::Instance();
 	if ( backend == nullptr ) {
 		return;
 	}
+	ReleaseTextures();		// loading twice replaces the pictures rather than leaking them
 	for ( const cTextureFile &file : TEXTURE_FILES ) {
-		textures[file.slot] = backend->LoadTexture( file.path, file.useKey, CURSOR_KEY );
+		const std::string path = root + ( file.path + 1 );	// the table's paths start with "."
+		textures[file.slot] = backend->LoadTexture( path.c_str(), file.useKey, CURSOR_KEY );
 		if ( textures[file.slot] == nullptr ) {
-			const std::string message = std::string( "Error loading picture " ) + file.path + ": " + backend->GetErrorText();
+			const std::string message = "Error loading picture " + path + ": " + backend->GetErrorText();
 			cLog::Write( message.c_str() );
 		}
 	}
+	// A tile code past the sheet's last whole tile is drawn as nothing.
+	int32_t width = 0;
+	int32_t height = 0;
+	backend->GetTextureSize( textures[TEX_TILES], width, height );
+	tileCount = height / CELL_SIZE;
 }
 
 void cGraphicsLayer::ReleaseTextures() {
@@ -99,6 +108,7 @@ void cGraphicsLayer::ReleaseTextures() {
 		}
 		texture = nullptr;
 	}
+	tileCount = 0;
 }
 
 void cGraphicsLayer::Release() {

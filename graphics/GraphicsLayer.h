@@ -3,11 +3,14 @@
 // per game frame, a menu picture or the world with its HUD, and the cursor.
 
 #include <cstdint>
+#include <string>
 
 #include "actors/ActorLists.h"
 #include "actors/Rect.h"
 
+class cEnemy;
 class cGraphicsBackend;
+class cPlayer;
 class cScene;
 class cTexture;
 
@@ -21,14 +24,18 @@ public:
 		TEX_LOW_HEALTH, TEX_ENERGY, TEX_AMMO,
 		TEXTURE_COUNT
 	};
-	static const uint32_t WHITE = 0xFFFFFFFF;			// draws a picture as it is
-	static const uint32_t CURSOR_KEY = 0x00FF00FF;		// the cursor picture's transparent pixels
+	static constexpr uint32_t WHITE = 0xFFFFFFFF;			// draws a picture as it is
+	static constexpr uint32_t CURSOR_KEY = 0x00FF00FF;		// the cursor picture's transparent pixels
+	static constexpr uint32_t HIDDEN_TINT = 0x88FFFFFF;		// lumra with her skill on: alpha 136 of 255
+	static constexpr uint32_t ALERT_TIME = 750;				// in msec the exclamation shows after noticing
 
 						cGraphicsLayer() = default;
 	virtual				~cGraphicsLayer() = default;
 
 	bool				Init( cGraphicsBackend *backend, bool fullscreen );
-	void				LoadTextures();
+	// The pictures' paths are relative to root, the working directory unless a test or a tool
+	// gives another folder.
+	void				LoadTextures( const std::string &root = "." );
 	void				ReleaseTextures();
 	void				Release();
 
@@ -46,10 +53,39 @@ public:
 	bool				IsReady() const { return backend != nullptr; }
 
 private:
+	// What a tile layer leaves out besides the cells beyond the grid.
+	enum eTileRule {
+		TILES_GROUND,				// every cell; code 0 is tile 1
+		TILES_OBJECTS,				// codes 0 and below are empty
+		TILES_OVER,					// code 0 is empty
+		TILES_OVER_WITHOUT_ROOFS	// as TILES_OVER, and the indoor area's cells are left out too
+	};
+
 	void				DrawScreen( eTexture which );
 	void				DrawCursor( int32_t mouseX, int32_t mouseY );
 	void				Draw( eTexture which, const cRect *source, float x, float y, uint32_t tint = WHITE );
 
+	// The steps of RenderWorld, in their order: later ones cover earlier ones.
+	void				DrawBaseLayer( const cScene &scene );
+	void				DrawObjectLayer( const cScene &scene );
+	void				DrawItems( tItemList &items, const cScene &scene );
+	void				DrawBullets( const tBulletList &bullets, const cScene &scene );
+	void				DrawPlayers( tCharacterList &players, const cScene &scene );
+	void				DrawEnemies( tCharacterList &enemies, const cScene &scene );
+	void				DrawExplosions( tExplosionList &explosions, const cScene &scene );
+	void				DrawOverLayer( const tCharacterList &players, const cScene &scene );
+	void				DrawHud( const tCharacterList &players );
+
+	// The view's 21 x 16 cells of one layer, cut at the view's edges.
+	void				DrawTileLayer( const int32_t *layer, eTileRule rule, const cScene &scene );
+	// The tile a cell's code shows under the rule; 0 when the cell shows nothing.
+	int32_t				GetTileToDraw( int32_t code, eTileRule rule ) const;
+	void				DrawAlertIcon( cEnemy &enemy, int32_t screenX, int32_t screenY );
+	void				DrawPlayerHud( const cPlayer &player, int32_t portraitX, int32_t barX );
+	// A bar of length + 1 one-pixel columns, nothing when length is negative.
+	void				DrawBar( eTexture which, int32_t length, int32_t barX, int32_t barY );
+
 	cGraphicsBackend *	backend = nullptr;		// not owned; set while the device exists
 	cTexture *			textures[TEXTURE_COUNT] = {};
+	int32_t				tileCount = 0;			// whole tiles in the tile sheet; 0 without one
 };
