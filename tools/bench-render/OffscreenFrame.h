@@ -1,0 +1,36 @@
+#pragma once
+// The game's drawing on SDL's software renderer into a 640 x 480 surface of its own: no window,
+// no display. For the renderer's benchmark and for snapshots of a frame as a PNG.
+
+#include <SDL.h>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "graphics/GraphicsLayer.h"
+#include "graphics/sdl/SdlGraphicsBackend.h"
+
+class cBusyWorld;
+
+class cOffscreenFrame {
+public:
+						cOffscreenFrame();
+						~cOffscreenFrame();
+						cOffscreenFrame( const cOffscreenFrame & ) = delete;
+	cOffscreenFrame &	operator=( const cOffscreenFrame & ) = delete;
+
+	// Loads the game's pictures from the folder that holds resources/; false when the renderer
+	// could not be made. Pictures that are missing are named on stderr.
+	bool				Load( const std::string &root );
+	// Whole tiles in the loaded tile sheet.
+	int32_t				GetTileCount() const;
+	// One whole frame of play: clear, world, HUD, present.
+	void				Render( cBusyWorld &world );
+	bool				SavePng( const std::string &path ) const;
+
+private:
+	SDL_Surface *		surface;
+	std::unique_ptr<cSdlGraphicsBackend> backend;
+	cGraphicsLayer		layer;
+};
