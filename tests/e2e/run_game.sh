@@ -2,8 +2,8 @@
 # Runs the real game under Xvfb and checks what a player would see:
 #   run_game.sh GAME SCENARIO RESOURCES ARTEFACTS
 # sigterm:    answer the full-screen question with No, find the 640 x 480 window titled
-#             "Project Kormaveth 2D", check that it is mapped, take a screenshot, send SIGTERM and
-#             expect exit code 0 within 5 s and an empty log.txt.
+#             "Project Kormaveth 2D", check that it is mapped, take a screenshot that must not be
+#             one flat colour, send SIGTERM and expect exit code 0 within 5 s and an empty log.txt.
 # quit-click: the same start, then click the main menu's quit entry and expect the same ending.
 set -euo pipefail
 game=$1 scenario=$2 resources=$3 artefacts=$4
@@ -44,7 +44,11 @@ done
 [ -n "$window" ] || fail "no window of 640 x 480 (or a whole multiple) titled Project Kormaveth 2D"
 xwininfo -id "$window" | grep -q "Map State: IsViewable" || fail "the window is not mapped"
 sleep 1
-import -window "$window" "$artefacts/$scenario-main-menu.png" 2>/dev/null || true
+shot="$artefacts/$scenario-main-menu.png"
+import -window "$window" "$shot" 2>/dev/null || fail "no screenshot of the window could be taken"
+# The main menu is a picture: a screen of one flat colour (black when nothing was drawn) is a fault.
+spread=$(convert "$shot" -format '%[fx:standard_deviation]' info:) || fail "the screenshot cannot be read"
+awk -v s="$spread" 'BEGIN { exit !(s > 0) }' || fail "the screenshot of the main menu is one flat colour ($shot)"
 
 case "$scenario" in
   sigterm)
