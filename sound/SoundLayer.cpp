@@ -1,0 +1,139 @@
+#include "sound/SoundLayer.h"
+
+#include <string>
+
+#include "log/Log.h"
+#include "sound/SoundBackend.h"
+#include "sound/WaveReader.h"
+
+namespace {
+
+const char *const SOUND_FILES[SOUND_COUNT] = {
+	"menu.wav", "streets.wav", "boss.wav", "explosion.wav", "tavesh_shot.wav", "lumra_shot.wav",
+	"enemy_shot.wav", "machinegun.wav", "skill.wav", "item.wav", "heartbeat.wav", "LvlComplete.wav",
+	"GameOver.wav", "open_box.wav", "door_open.wav",
+};
+const char *const SOUND_FOLDER = "./resources/audio/";
+
+}
+
+bool cSoundLayer::Init( cSoundBackend *soundBackend ) {
+	enabled = true;
+	heartbeatPlaying = false;
+	cLog::Instance();
+	backend = soundBackend;
+	if ( backend == nullptr || !backend->Open() ) {
+		cLog::Write( "Error creating DirectSound object" );
+		enabled = false;
+		return false;
+	}
+	return true;
+}
+
+// Stops at the first sound that fails: it and every sound after it stay silent.
+bool cSoundLayer::LoadSounds() {
+	if ( !enabled ) {
+		return true;
+	}
+	cLog::Instance();
+	for ( int id = 0; id < SOUND_COUNT; id++ ) {
+		const std::string path = std::string( SOUND_FOLDER ) + SOUND_FILES[id];
+		if ( !LoadWave( path.c_str(), id ) ) {
+			cLog::Write( ( std::string( "Error loading " ) + SOUND_FILES[id] ).c_str() );
+			return false;
+		}
+	}
+	return true;
+}
+
+bool cSoundLayer::LoadWave( const char *path, int slot ) {
+	if ( !enabled ) {
+		return true;
+	}
+	cLog::Instance();
+	if ( !IsValidId( slot ) ) {
+		return false;
+	}
+	cWave wave;
+	std::string error;
+	if ( !ReadWaveFile( path, wave, error ) ) {
+		cLog::Write( error.c_str() );
+		return false;
+	}
+	if ( !backend->CreateSound( slot, wave.format, wave.samples.data(), static_cast<uint32_t>( wave.samples.size() ) ) ) {
+		cLog::Write( "Error creating DirectSound temporary buffer" );
+		return false;
+	}
+	loaded[slot] = true;
+	return true;
+}
+
+bool cSoundLayer::PlayMusic( int id ) {
+	if ( !enabled ) {
+		return true;
+	}
+	cLog::Instance();
+	if ( currentMusic == id ) {
+		return true;
+	}
+	if ( currentMusic != -1 ) {
+		Stop( currentMusic );
+	}
+	if ( !PlayBuffer( id, true, VOLUME_MUSIC ) ) {
+		cLog::Write( "Error playing music" );
+		return false;
+	}
+	currentMusic = id;
+	return true;
+}
+
+bool cSoundLayer::PlaySound( int id, bool loop ) {
+	if ( !enabled ) {
+		return true;
+	}
+	cLog::Instance();
+	if ( !PlayBuffer( id, loop, id == SOUND_HEARTBEAT ? VOLUME_FULL : VOLUME_EFFECT ) ) {
+		cLog::Write( "Error playing sound" );
+		return false;
+	}
+	return true;
+}
+
+// A sound that never loaded plays as silence: the game asked for it, nothing is wrong with the game.
+bool cSoundLayer::PlayBuffer( int id, bool loop, int32_t volume ) {
+	if ( !enabled || !IsLoaded( id ) ) {
+		return true;
+	}
+	cLog::Instance();
+	if ( !backend->Play( id, loop, volume ) ) {
+		cLog::Write( "Error playing DirectSound secondary buffer" );
+		return false;
+	}
+	return true;
+}
+
+bool cSoundLayer::Stop( int id ) {
+	if ( !enabled || !IsLoaded( id ) ) {
+		return true;
+	}
+	cLog::Instance();
+	if ( !backend->Stop( id ) ) {
+		cLog::Write( "Error stopping DirectSound secondary buffer" );
+		return false;
+	}
+	return true;
+}
+
+void cSoundLayer::Release() {
+	if ( backend != nullptr ) {
+		for ( int id = 0; id < SOUND_COUNT; id++ ) {
+			if ( loaded[id] ) {
+				backend->ReleaseSound( id );
+				loaded[id] = false;
+			}
+		}
+		backend->Close();
+		backend = nullptr;
+	}
+	enabled = false;
+}

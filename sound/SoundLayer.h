@@ -1,0 +1,42 @@
+#pragma once
+// cSoundLayer plays the game's music and effects: fifteen sounds loaded at start, named by id,
+// one looping music at a time. A layer whose device could not be opened does nothing, silently.
+
+#include <cstdint>
+
+#include "sound/SoundIds.h"
+
+class cSoundBackend;
+
+class cSoundLayer {
+public:
+	static const int32_t VOLUME_MUSIC = -1000;		// in hundredths of a decibel
+	static const int32_t VOLUME_EFFECT = -500;
+	static const int32_t VOLUME_FULL = 0;
+
+						cSoundLayer() = default;
+	virtual				~cSoundLayer() = default;
+
+	bool				Init( cSoundBackend *backend );
+	bool				LoadSounds();
+	bool				LoadWave( const char *path, int slot );
+	bool				PlayMusic( int id );
+	bool				PlaySound( int id, bool loop );
+	bool				PlayBuffer( int id, bool loop, int32_t volume );
+	bool				Stop( int id );
+	void				Release();
+
+	bool				IsEnabled() const { return enabled; }
+	bool				IsLoaded( int id ) const { return IsValidId( id ) && loaded[id]; }
+	int32_t				GetCurrentMusic() const { return currentMusic; }
+
+	bool				heartbeatPlaying = false;	// the game's: the looping heartbeat was started
+
+private:
+	static bool			IsValidId( int id ) { return id >= 0 && id < SOUND_COUNT; }
+
+	bool				enabled = false;
+	cSoundBackend *		backend = nullptr;			// not owned
+	bool				loaded[SOUND_COUNT] = {};
+	int32_t				currentMusic = -1;
+};

@@ -1,0 +1,46 @@
+#pragma once
+// Sound for tests and headless tools: nothing is heard; every play and stop is recorded in order
+// with its id, loop flag and volume, so that a test can check what the game asked for.
+
+#include <string>
+#include <vector>
+
+#include "sound/SoundBackend.h"
+#include "sound/SoundIds.h"
+
+class cRecordingSoundBackend : public cSoundBackend {
+public:
+	struct cEvent {
+		bool		play;			// false: a stop
+		int			id;
+		bool		loop;
+		int32_t		volume;			// in hundredths of a decibel
+	};
+
+	void			SetFailOpen( bool fail ) { failOpen = fail; }
+	void			SetFailPlay( bool fail ) { failPlay = fail; }
+
+	bool			Open() override;
+	void			Close() override { open = false; }
+	bool			CreateSound( int id, const cWaveFormat &format, const uint8_t *samples, uint32_t size ) override;
+	void			ReleaseSound( int id ) override;
+	bool			Play( int id, bool loop, int32_t volume ) override;
+	bool			Stop( int id ) override;
+	const char *	GetErrorText() const override { return "the test made the device fail"; }
+
+	const std::vector<cEvent> &GetEvents() const { return events; }
+	std::vector<int> GetPlayed() const;		// ids started, in order
+	std::vector<int> GetStopped() const;	// ids stopped, in order
+	void			Clear() { events.clear(); }
+	bool			IsOpen() const { return open; }
+	int				GetSoundCount() const;	// sounds created and not yet released
+	const cWaveFormat &GetFormat( int id ) const { return formats[id]; }
+
+private:
+	std::vector<cEvent>	events;
+	cWaveFormat			formats[SOUND_COUNT];
+	bool				created[SOUND_COUNT] = {};
+	bool				open = false;
+	bool				failOpen = false;
+	bool				failPlay = false;
+};
