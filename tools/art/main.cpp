@@ -6,6 +6,7 @@
 #include "CharacterArt.h"
 #include "ContactSheets.h"
 #include "IconFile.h"
+#include "InGamePreview.h"
 #include "MenuArt.h"
 #include "Palette.h"
 #include "SpriteArt.h"
@@ -133,6 +134,7 @@ int main( int argc, char **argv ) {
 	}
 	bool ok = WriteSprites( root );
 	ok &= WriteMenus( root );
+	ok &= WriteInGamePreview( root );
 	SDL_Quit();
 	return ok ? 0 : 1;
 }
