@@ -54,8 +54,9 @@ sPicture Load( const std::string &path ) {
 }
 
 // Every opaque pixel on the rim of a shape (next to a pixel that is not opaque) is outline ink,
-// so sprites read on any ground. Returns the number of rim pixels of another colour.
-int CountUnoutlinedRim( const sPicture &picture, int left, int top, int w, int h ) {
+// so sprites read on any ground. Returns the number of rim pixels of another colour and where
+// the first of them lies.
+int CountUnoutlinedRim( const sPicture &picture, int left, int top, int w, int h, std::string &first ) {
 	int wrong = 0;
 	for ( int y = top; y < top + h; y++ ) {
 		for ( int x = left; x < left + w; x++ ) {
@@ -65,7 +66,9 @@ int CountUnoutlinedRim( const sPicture &picture, int left, int top, int w, int h
 			const bool rim = x == left || y == top || x == left + w - 1 || y == top + h - 1 ||
 				picture.AlphaAt( x - 1, y ) != 0xFF || picture.AlphaAt( x + 1, y ) != 0xFF ||
 				picture.AlphaAt( x, y - 1 ) != 0xFF || picture.AlphaAt( x, y + 1 ) != 0xFF;
-			wrong += rim ? 1 : 0;
+			if ( rim && wrong++ == 0 ) {
+				first = "(" + std::to_string( x ) + ", " + std::to_string( y ) + ")";
+			}
 		}
 	}
 	return wrong;
@@ -166,11 +169,16 @@ TEST( Pictures, EveryVisiblePixelIsAPaletteColour ) {
 
 TEST( Pictures, SpritesItemsShotsAndIconsHaveADarkOutline ) {
 	const sPicture characters = Load( "resources/sprites/characters_trans.png" );
-	EXPECT_EQ( CountUnoutlinedRim( characters, 0, 0, 480, 288 ), 0 );
+	std::string first;
+	for ( int top = 0; top < 288; top += 32 ) {
+		for ( int left = 0; left < 480; left += 32 ) {
+			EXPECT_EQ( CountUnoutlinedRim( characters, left, top, 32, 32, first ), 0 ) << "the character frame at (" << left << ", " << top << ") lacks its outline at " << first;
+		}
+	}
 	for ( const char *path : { "resources/sprites/items_trans.png", "resources/sprites/bullets_trans.png",
 			"resources/sprites/exclamation.png", "resources/sprites/query.png", "resources/sprites/WTF.png" } ) {
 		const sPicture picture = Load( path );
-		EXPECT_EQ( CountUnoutlinedRim( picture, 0, 0, picture.width, picture.height ), 0 ) << path;
+		EXPECT_EQ( CountUnoutlinedRim( picture, 0, 0, picture.width, picture.height, first ), 0 ) << path << ": first at " << first;
 	}
 }
 

@@ -9,6 +9,8 @@ namespace {
 
 const int FRAME = 32;
 const float CENTRE = 16.0f;
+const float BODY_SCALE = 1.12f;		// the walking figures fill their cell a little more than drawn;
+									// the boss is drawn full size already
 
 enum eKind { TAVESH = 0, LUMRA = 1, SOLDIER = 2, GUNNER = 3, BOSS = 4 };
 
@@ -22,7 +24,7 @@ const sRamp HAIR_BROWN	= { db32::INK, db32::BROWN_DARK, db32::BROWN };
 const sRamp COAT		= { db32::PLUM, db32::VIOLET, db32::PINK };
 const sRamp SCARF		= { db32::TEAL, db32::TEAL, db32::CYAN };
 const sRamp HAIR_NIGHT	= { db32::INK, db32::INDIGO, db32::BLUE };
-const sRamp UNIFORM		= { db32::INDIGO, db32::NAVY, db32::STEEL };
+const sRamp UNIFORM		= { db32::INDIGO, db32::NAVY, db32::SKY };
 const sRamp CAP			= { db32::INK, db32::SLATE, db32::GREY_DARK };
 const sRamp CRIMSON		= { db32::PLUM, db32::RED, db32::ROSE };
 const sRamp HELMET_RED	= { db32::INK, db32::BROWN_DARK, db32::RED };
@@ -71,8 +73,8 @@ void DrawLumra( cFigure &figure, float stride, bool shimmer ) {
 	figure.Box( -10.0f, -2.0f, -3.5f - stride, -0.5f - stride, SCARF );	// scarf end flying behind
 	figure.Ellipse( 0.0f, 0.0f, 5.0f, 5.0f, SCARF );				// scarf around the neck
 	figure.Ellipse( 3.0f, 5.0f, 2.0f, 2.0f, coat );					// gun arm
-	figure.Box( 2.0f, 14.5f, 3.5f, 5.5f, METAL );					// long thin gun
-	figure.Dot( 14.0f, 4.5f, db32::CYAN );
+	figure.Box( 2.0f, 13.0f, 3.5f, 5.5f, METAL );					// long thin gun
+	figure.Dot( 12.5f, 4.5f, db32::CYAN );
 	DrawHead( figure, 0.5f, 4.0f, HAIR_NIGHT, 3.0f );
 	if ( shimmer ) {
 		// glints that wander over the coat from one walk column to the next
@@ -102,8 +104,8 @@ void DrawGunner( cFigure &figure, float stride ) {
 	figure.Ellipse( -0.5f, 0.0f, 6.0f, 10.0f, CRIMSON );			// heavy body
 	figure.Box( -2.0f, 2.0f, -8.0f, -5.0f, GOLD );					// ammunition belt over the shoulder
 	figure.Ellipse( 3.5f, 6.5f, 2.8f, 2.8f, CRIMSON );
-	figure.Box( 2.0f, 13.0f, 2.5f, 8.5f, DARK_METAL );				// big machine gun
-	figure.Box( 11.0f, 14.0f, 4.0f, 7.0f, METAL );
+	figure.Box( 2.0f, 12.0f, 2.5f, 8.5f, DARK_METAL );				// big machine gun
+	figure.Box( 10.0f, 13.0f, 4.0f, 7.0f, METAL );
 	figure.Box( 4.0f, 7.0f, 1.0f, 3.0f, GOLD );						// the belt feeding it
 	figure.Ellipse( 0.5f, 0.0f, 5.0f, 5.0f, HELMET_RED );			// round helmet, no face shown
 	figure.Dot( 4.0f, 0.0f, db32::INK );
@@ -118,7 +120,7 @@ void DrawBoss( cFigure &figure, float stride ) {
 	figure.Ellipse( 0.0f, 10.0f, 3.5f, 3.0f, GOLD );
 	figure.Box( -1.0f, 1.0f, -7.0f, 7.0f, GOLD );
 	figure.Ellipse( 4.0f, 8.0f, 3.0f, 3.0f, NIGHT );
-	figure.Box( 3.0f, 14.0f, 4.0f, 11.0f, DARK_METAL );				// heavy gun
+	figure.Box( 3.0f, 13.0f, 4.0f, 11.0f, DARK_METAL );				// heavy gun
 	figure.Box( 6.0f, 9.0f, 4.0f, 11.0f, GOLD );
 	figure.Ellipse( 0.5f, 0.0f, 5.5f, 5.5f, HELM );					// helmet
 	figure.Box( -4.0f, 5.0f, -1.0f, 1.0f, GOLD );					// crest from nape to brow
@@ -127,7 +129,7 @@ void DrawBoss( cFigure &figure, float stride ) {
 }
 
 void DrawBody( cCanvas &figureCanvas, int kind, eFacing facing, int column, bool skill ) {
-	cFigure figure( figureCanvas, CENTRE, CENTRE, facing );
+	cFigure figure( figureCanvas, CENTRE, CENTRE, facing, kind == BOSS ? 1.0f : BODY_SCALE );
 	const float stride = StrideOf( column );
 	switch ( kind ) {
 		case TAVESH:	DrawTavesh( figure, stride ); break;

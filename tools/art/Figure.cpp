@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-cFigure::cFigure( cCanvas &canvas_, float centreX_, float centreY_, eFacing facing ) :
-	canvas( canvas_ ), centreX( centreX_ ), centreY( centreY_ ) {
+cFigure::cFigure( cCanvas &canvas_, float centreX_, float centreY_, eFacing facing, float scale_ ) :
+	canvas( canvas_ ), centreX( centreX_ ), centreY( centreY_ ), scale( scale_ ) {
 	static const float forward[4][2] = { { 0, 1 }, { -1, 0 }, { 1, 0 }, { 0, -1 } };
 	forwardX = forward[facing][0];
 	forwardY = forward[facing][1];
@@ -14,21 +14,21 @@ cFigure::cFigure( cCanvas &canvas_, float centreX_, float centreY_, eFacing faci
 }
 
 void cFigure::ToScreen( float a, float b, float &x, float &y ) const {
-	x = centreX + a * forwardX + b * rightX;
-	y = centreY + a * forwardY + b * rightY;
+	x = centreX + ( a * forwardX + b * rightX ) * scale;
+	y = centreY + ( a * forwardY + b * rightY ) * scale;
 }
 
 void cFigure::ToLocal( int x, int y, float &a, float &b ) const {
 	const float dx = x + 0.5f - centreX;
 	const float dy = y + 0.5f - centreY;
-	a = dx * forwardX + dy * forwardY;
-	b = dx * rightX + dy * rightY;
+	a = ( dx * forwardX + dy * forwardY ) / scale;
+	b = ( dx * rightX + dy * rightY ) / scale;
 }
 
 void cFigure::Ellipse( float a, float b, float ra, float rb, const sRamp &ramp ) {
 	float cx, cy;
 	ToScreen( a, b, cx, cy );
-	const int reach = int( std::max( ra, rb ) ) + 2;
+	const int reach = int( std::max( ra, rb ) * scale ) + 2;
 	for ( int y = int( cy ) - reach; y <= int( cy ) + reach; y++ ) {
 		for ( int x = int( cx ) - reach; x <= int( cx ) + reach; x++ ) {
 			float pa, pb;

@@ -15,7 +15,8 @@ enum eFacing {
 
 class cFigure {
 public:
-					cFigure( cCanvas &canvas, float centreX, float centreY, eFacing facing );
+	// scale enlarges the whole body around the centre (1 draws the description as it is)
+					cFigure( cCanvas &canvas, float centreX, float centreY, eFacing facing, float scale = 1.0f );
 
 	// A shaded ellipse centred at (a, b) with radii ra (forward) and rb (sideways).
 	void			Ellipse( float a, float b, float ra, float rb, const sRamp &ramp );
@@ -35,6 +36,7 @@ private:
 	float			centreY;
 	float			forwardX, forwardY;
 	float			rightX, rightY;
+	float			scale;
 };
 
 // A shade chosen by how much a surface normal (nx, ny in screen space, length up to 1) faces the light.
