@@ -1,0 +1,108 @@
+#pragma once
+// What the town description says about one cell of the level, before any tile is chosen: the
+// ground, the thing standing on it and what covers it from above.
+
+#include <cstdint>
+
+enum eGround {
+	GROUND_ASPHALT,
+	GROUND_SIDEWALK,
+	GROUND_PLAZA,		// the courtyard's flagstones
+	GROUND_CARPET,		// the red runner through the courtyard
+	GROUND_INDOOR,		// wooden floor inside a building
+	GROUND_GRASS,		// the kinds below are never walked on
+	GROUND_DIRT,
+	GROUND_LOT,			// a fenced parking lot
+	GROUND_COUNT
+};
+
+enum eObject {
+	OBJECT_NONE,
+	OBJECT_WALL,
+	OBJECT_FENCE,
+	OBJECT_HEDGE,
+	OBJECT_DOOR,
+	OBJECT_BOX,			// a crate that opens
+	OBJECT_CRATES,		// crates that only give cover
+	OBJECT_BARRIER,
+	OBJECT_PILLAR,
+	OBJECT_BIN,
+	OBJECT_CAR,
+	OBJECT_TRUNK
+};
+
+enum eMaterial {
+	MATERIAL_BRICK,
+	MATERIAL_CONCRETE,
+	MATERIAL_STONE
+};
+
+enum eRoof {
+	ROOF_FLAT,			// concrete with a parapet
+	ROOF_TILED,			// red clay, pitched
+	ROOF_SLATE,			// blue-grey slate, pitched
+	ROOF_METAL			// corrugated sheets
+};
+
+enum eOver {
+	OVER_NONE,
+	OVER_ROOF,
+	OVER_CANOPY
+};
+
+// The direction a line on the ground runs in.
+enum eAxis {
+	AXIS_NONE,
+	AXIS_ROW,			// left to right
+	AXIS_COLUMN			// top to bottom
+};
+
+enum eCarColour {
+	CAR_RED,
+	CAR_BLUE,
+	CAR_OLIVE,
+	CAR_GREY,
+	CAR_WHITE,
+	CAR_TAXI,
+	CAR_POLICE,
+	CAR_WRECK,
+	CAR_COLOUR_COUNT
+};
+
+// Facing of a parked car: where its front points.
+enum eFacing {
+	FACING_RIGHT,
+	FACING_LEFT,
+	FACING_DOWN,
+	FACING_UP
+};
+
+struct sTownCell {
+	eGround		ground = GROUND_DIRT;
+	eAxis		laneMark = AXIS_NONE;		// the dashed centre line of a road
+	eAxis		crosswalk = AXIS_NONE;		// zebra stripes for walking along this axis
+	bool		closed = false;				// nobody walks here, whatever the ground
+	eObject		object = OBJECT_NONE;
+	eMaterial	material = MATERIAL_BRICK;	// of a wall
+	int			car = -1;					// the car standing here, an index into the plan's cars
+	eOver		over = OVER_NONE;
+	int			overOwner = -1;				// the building or tree above, an index into the plan
+};
+
+// A building seen from above: its walls and its roof.
+struct sBuilding {
+	int			column0, row0, column1, row1;	// corners, inclusive
+	eRoof		roof;
+	eMaterial	wall;
+	bool		enterable;						// a hall with a floor inside, not a solid block
+};
+
+struct sTree {
+	int			column, row;					// the trunk; the canopy covers the 3 x 3 cells around it
+};
+
+struct sCar {
+	int			column, row;					// the rear cell
+	eFacing		facing;
+	eCarColour	colour;
+};

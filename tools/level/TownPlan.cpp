@@ -1,0 +1,399 @@
+#include "TownPlan.h"
+
+#include <cassert>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+#include "world/Grid.h"
+
+namespace {
+
+template <typename T>
+struct sName {
+	const char *	word;
+	T				value;
+};
+
+const sName<eGround> GROUND_NAMES[] = {
+	{ "asphalt", GROUND_ASPHALT }, { "sidewalk", GROUND_SIDEWALK }, { "plaza", GROUND_PLAZA },
+	{ "carpet", GROUND_CARPET }, { "indoor", GROUND_INDOOR }, { "grass", GROUND_GRASS },
+	{ "dirt", GROUND_DIRT }, { "lot", GROUND_LOT },
+};
+const sName<eRoof> ROOF_NAMES[] = {
+	{ "flat", ROOF_FLAT }, { "tiled", ROOF_TILED }, { "slate", ROOF_SLATE }, { "metal", ROOF_METAL },
+};
+const sName<eMaterial> MATERIAL_NAMES[] = {
+	{ "brick", MATERIAL_BRICK }, { "concrete", MATERIAL_CONCRETE }, { "stone", MATERIAL_STONE },
+};
+const sName<eAxis> AXIS_NAMES[] = {
+	{ "row", AXIS_ROW }, { "column", AXIS_COLUMN },
+};
+const sName<eCarColour> CAR_NAMES[] = {
+	{ "red", CAR_RED }, { "blue", CAR_BLUE }, { "olive", CAR_OLIVE }, { "grey", CAR_GREY },
+	{ "white", CAR_WHITE }, { "taxi", CAR_TAXI }, { "police", CAR_POLICE }, { "wreck", CAR_WRECK },
+};
+const sName<eFacing> FACING_NAMES[] = {
+	{ "right", FACING_RIGHT }, { "left", FACING_LEFT }, { "down", FACING_DOWN }, { "up", FACING_UP },
+};
+
+template <typename T, size_t N>
+bool ReadName( const sName<T> ( &names )[N], const std::string &word, const char *what, T &value, std::string &problem ) {
+	std::string known;
+	for ( const sName<T> &name : names ) {
+		if ( word == name.word ) {
+			value = name.value;
+			return true;
+		}
+		known += known.empty() ? "" : ", ";
+		known += name.word;
+	}
+	problem = "unknown " + std::string( what ) + " '" + word + "' (known: " + known + ")";
+	return false;
+}
+
+bool ReadNumber( const std::string &word, int &value ) {
+	char *end = nullptr;
+	const long parsed = std::strtol( word.c_str(), &end, 10 );
+	if ( word.empty() || *end != '\0' || parsed < -100000 || parsed > 100000 ) {
+		return false;
+	}
+	value = int( parsed );
+	return true;
+}
+
+std::vector<std::string> SplitWords( const std::string &line ) {
+	std::vector<std::string> words;
+	std::istringstream stream( line.substr( 0, line.find( '#' ) ) );
+	std::string word;
+	while ( stream >> word ) {
+		words.push_back( word );
+	}
+	return words;
+}
+
+// One cell a car takes up in front of its rear cell.
+void GetFrontStep( eFacing facing, int &dc, int &dr ) {
+	dc = facing == FACING_RIGHT ? 1 : facing == FACING_LEFT ? -1 : 0;
+	dr = facing == FACING_DOWN ? 1 : facing == FACING_UP ? -1 : 0;
+}
+
+}
+
+bool IsWalkableGround( eGround ground ) {
+	return ground == GROUND_ASPHALT || ground == GROUND_SIDEWALK || ground == GROUND_PLAZA
+		|| ground == GROUND_CARPET || ground == GROUND_INDOOR;
+}
+
+cTownPlan::cTownPlan() : cells( MAP_CELLS ) {
+}
+
+bool cTownPlan::Load( const std::string &path, std::string &error ) {
+	std::ifstream file( path );
+	if ( !file.is_open() ) {
+		error = path + ": cannot be opened";
+		return false;
+	}
+	std::stringstream text;
+	text << file.rdbuf();
+	return Parse( text.str(), path, error );
+}
+
+bool cTownPlan::Parse( const std::string &text, const std::string &name, std::string &error ) {
+	std::istringstream lines( text );
+	std::string line;
+	int number = 0;
+	while ( std::getline( lines, line ) ) {
+		number++;
+		const tWords words = SplitWords( line );
+		std::string problem;
+		if ( !words.empty() && !RunCommand( words, problem ) ) {
+			error = name + ":" + std::to_string( number ) + ": " + problem;
+			return false;
+		}
+	}
+	return true;
+}
+
+bool cTownPlan::IsInside( int column, int row ) const {
+	return IsInGrid( column, row );
+}
+
+const sTownCell &cTownPlan::GetCell( int column, int row ) const {
+	assert( IsInside( column, row ) );
+	return cells[size_t( CellIndex( column, row ) )];
+}
+
+sTownCell &cTownPlan::At( int column, int row ) {
+	assert( IsInside( column, row ) );
+	return cells[size_t( CellIndex( column, row ) )];
+}
+
+bool cTownPlan::RunCommand( const tWords &words, std::string &problem ) {
+	const std::string &command = words[0];
+	if ( command == "ground" ) return PaintGround( words, problem );
+	if ( command == "road" ) return PaintRoad( words, false, problem );
+	if ( command == "crosswalk" ) return PaintRoad( words, true, problem );
+	if ( command == "closed" ) return PaintClosed( words, problem );
+	if ( command == "building" ) return PaintBuilding( words, false, problem );
+	if ( command == "hall" ) return PaintBuilding( words, true, problem );
+	if ( command == "wall" ) return PaintWall( words, problem );
+	if ( command == "fence" ) return PaintObjects( words, OBJECT_FENCE, problem );
+	if ( command == "hedge" ) return PaintObjects( words, OBJECT_HEDGE, problem );
+	if ( command == "door" ) return PaintObjects( words, OBJECT_DOOR, problem );
+	if ( command == "crates" ) return PaintObjects( words, OBJECT_CRATES, problem );
+	if ( command == "barrier" ) return PaintObjects( words, OBJECT_BARRIER, problem );
+	if ( command == "pillar" ) return PaintObjects( words, OBJECT_PILLAR, problem );
+	if ( command == "box" ) return PlaceOne( words, OBJECT_BOX, problem );
+	if ( command == "bin" ) return PlaceOne( words, OBJECT_BIN, problem );
+	if ( command == "car" ) return PlaceCar( words, problem );
+	if ( command == "tree" ) return PlaceTree( words, problem );
+	problem = "unknown command '" + command + "'";
+	return false;
+}
+
+bool cTownPlan::ReadCell( const tWords &words, size_t first, int &column, int &row, std::string &problem ) const {
+	if ( words.size() != first + 2 ) {
+		problem = "'" + words[0] + "' wants " + std::to_string( first + 1 ) + " words after it, found "
+				+ std::to_string( words.size() - 1 );
+		return false;
+	}
+	if ( !ReadNumber( words[first], column ) || !ReadNumber( words[first + 1], row ) ) {
+		problem = "a cell is two whole numbers, column and row";
+		return false;
+	}
+	if ( !IsInside( column, row ) ) {
+		problem = "cell (" + words[first] + ", " + words[first + 1] + ") lies outside the 60 x 75 grid";
+		return false;
+	}
+	return true;
+}
+
+// A rectangle is its two corner cells; one cell alone stands for itself.
+bool cTownPlan::ReadRect( const tWords &words, size_t first, sRect &rect, std::string &problem ) const {
+	if ( words.size() == first + 2 ) {
+		int column = 0;
+		int row = 0;
+		if ( !ReadCell( words, first, column, row, problem ) ) {
+			return false;
+		}
+		rect = { column, row, column, row };
+		return true;
+	}
+	if ( words.size() != first + 4 ) {
+		problem = "'" + words[0] + "' wants a cell or a rectangle after " + std::to_string( first - 1 ) + " words, found "
+				+ std::to_string( words.size() - 1 );
+		return false;
+	}
+	int values[4];
+	for ( int i = 0; i < 4; i++ ) {
+		if ( !ReadNumber( words[first + size_t( i )], values[i] ) ) {
+			problem = "'" + words[first + size_t( i )] + "' is not a whole number";
+			return false;
+		}
+	}
+	rect = { values[0], values[1], values[2], values[3] };
+	if ( !IsInside( rect.column0, rect.row0 ) || !IsInside( rect.column1, rect.row1 ) ) {
+		problem = "the rectangle reaches outside the 60 x 75 grid";
+		return false;
+	}
+	if ( rect.column1 < rect.column0 || rect.row1 < rect.row0 ) {
+		problem = "a rectangle is given by its top-left and then its bottom-right cell";
+		return false;
+	}
+	return true;
+}
+
+bool cTownPlan::PaintGround( const tWords &words, std::string &problem ) {
+	eGround ground = GROUND_DIRT;
+	sRect rect;
+	if ( words.size() < 2 || !ReadName( GROUND_NAMES, words[1], "ground", ground, problem ) || !ReadRect( words, 2, rect, problem ) ) {
+		if ( problem.empty() ) problem = "usage: ground KIND c0 r0 c1 r1";
+		return false;
+	}
+	for ( int r = rect.row0; r <= rect.row1; r++ ) {
+		for ( int c = rect.column0; c <= rect.column1; c++ ) {
+			At( c, r ).ground = ground;
+			At( c, r ).laneMark = AXIS_NONE;
+			At( c, r ).crosswalk = AXIS_NONE;
+		}
+	}
+	return true;
+}
+
+// A road is asphalt with its centre line on the middle row (or column) of the rectangle; a
+// crossing is asphalt striped for walking along the axis.
+bool cTownPlan::PaintRoad( const tWords &words, bool crossing, std::string &problem ) {
+	eAxis axis = AXIS_NONE;
+	sRect rect;
+	if ( words.size() < 2 || !ReadName( AXIS_NAMES, words[1], "direction", axis, problem ) || !ReadRect( words, 2, rect, problem ) ) {
+		if ( problem.empty() ) problem = "usage: " + words[0] + " row|column c0 r0 c1 r1";
+		return false;
+	}
+	const int across = axis == AXIS_ROW ? rect.row1 - rect.row0 + 1 : rect.column1 - rect.column0 + 1;
+	if ( !crossing && across % 2 == 0 ) {
+		problem = "a road is an odd number of cells wide, so that its centre line falls on a cell";
+		return false;
+	}
+	for ( int r = rect.row0; r <= rect.row1; r++ ) {
+		for ( int c = rect.column0; c <= rect.column1; c++ ) {
+			sTownCell &cell = At( c, r );
+			cell.ground = GROUND_ASPHALT;
+			cell.crosswalk = crossing ? axis : AXIS_NONE;
+			const bool middle = axis == AXIS_ROW ? 2 * r == rect.row0 + rect.row1 : 2 * c == rect.column0 + rect.column1;
+			cell.laneMark = !crossing && middle ? axis : AXIS_NONE;
+		}
+	}
+	return true;
+}
+
+bool cTownPlan::PaintClosed( const tWords &words, std::string &problem ) {
+	sRect rect;
+	if ( !ReadRect( words, 1, rect, problem ) ) {
+		return false;
+	}
+	for ( int r = rect.row0; r <= rect.row1; r++ ) {
+		for ( int c = rect.column0; c <= rect.column1; c++ ) {
+			At( c, r ).closed = true;
+		}
+	}
+	return true;
+}
+
+// A solid building is wall under its whole roof; a hall has a ring of walls around a floor.
+bool cTownPlan::PaintBuilding( const tWords &words, bool enterable, std::string &problem ) {
+	sBuilding building = {};
+	sRect rect;
+	if ( words.size() < 3 || !ReadName( ROOF_NAMES, words[1], "roof", building.roof, problem )
+		|| !ReadName( MATERIAL_NAMES, words[2], "wall", building.wall, problem ) || !ReadRect( words, 3, rect, problem ) ) {
+		if ( problem.empty() ) problem = "usage: " + words[0] + " ROOF WALL c0 r0 c1 r1";
+		return false;
+	}
+	building.column0 = rect.column0;
+	building.row0 = rect.row0;
+	building.column1 = rect.column1;
+	building.row1 = rect.row1;
+	building.enterable = enterable;
+	const int owner = int( buildings.size() );
+	buildings.push_back( building );
+	for ( int r = rect.row0; r <= rect.row1; r++ ) {
+		for ( int c = rect.column0; c <= rect.column1; c++ ) {
+			sTownCell &cell = At( c, r );
+			const bool ring = r == rect.row0 || r == rect.row1 || c == rect.column0 || c == rect.column1;
+			cell.ground = GROUND_INDOOR;
+			cell.laneMark = AXIS_NONE;
+			cell.crosswalk = AXIS_NONE;
+			cell.object = ( ring || !enterable ) ? OBJECT_WALL : OBJECT_NONE;
+			cell.material = building.wall;
+			cell.over = OVER_ROOF;
+			cell.overOwner = owner;
+		}
+	}
+	return true;
+}
+
+bool cTownPlan::PaintWall( const tWords &words, std::string &problem ) {
+	eMaterial material = MATERIAL_BRICK;
+	sRect rect;
+	if ( words.size() < 2 || !ReadName( MATERIAL_NAMES, words[1], "wall", material, problem ) || !ReadRect( words, 2, rect, problem ) ) {
+		if ( problem.empty() ) problem = "usage: wall MATERIAL c0 r0 c1 r1";
+		return false;
+	}
+	for ( int r = rect.row0; r <= rect.row1; r++ ) {
+		for ( int c = rect.column0; c <= rect.column1; c++ ) {
+			At( c, r ).object = OBJECT_WALL;
+			At( c, r ).material = material;
+		}
+	}
+	return true;
+}
+
+// Doors keep a floor under them, since an opened door shows the ground.
+bool cTownPlan::PaintObjects( const tWords &words, eObject object, std::string &problem ) {
+	sRect rect;
+	if ( !ReadRect( words, 1, rect, problem ) ) {
+		return false;
+	}
+	for ( int r = rect.row0; r <= rect.row1; r++ ) {
+		for ( int c = rect.column0; c <= rect.column1; c++ ) {
+			sTownCell &cell = At( c, r );
+			cell.object = object;
+			if ( object == OBJECT_DOOR && !IsWalkableGround( cell.ground ) ) {
+				cell.ground = GROUND_INDOOR;
+			}
+		}
+	}
+	return true;
+}
+
+bool cTownPlan::PlaceOne( const tWords &words, eObject object, std::string &problem ) {
+	int column = 0;
+	int row = 0;
+	if ( !ReadCell( words, 1, column, row, problem ) ) {
+		return false;
+	}
+	sTownCell &cell = At( column, row );
+	if ( object == OBJECT_BOX && !IsWalkableGround( cell.ground ) ) {
+		problem = "a box stands on floor, which its opening uncovers";
+		return false;
+	}
+	cell.object = object;
+	return true;
+}
+
+bool cTownPlan::PlaceCar( const tWords &words, std::string &problem ) {
+	sCar car = {};
+	if ( words.size() < 3 || !ReadName( CAR_NAMES, words[1], "car colour", car.colour, problem )
+		|| !ReadName( FACING_NAMES, words[2], "facing", car.facing, problem ) || !ReadCell( words, 3, car.column, car.row, problem ) ) {
+		if ( problem.empty() ) problem = "usage: car COLOUR FACING c r";
+		return false;
+	}
+	int dc = 0;
+	int dr = 0;
+	GetFrontStep( car.facing, dc, dr );
+	const int cellsTaken[2][2] = { { car.column, car.row }, { car.column + dc, car.row + dr } };
+	for ( const int *taken : cellsTaken ) {
+		if ( !IsInside( taken[0], taken[1] ) || At( taken[0], taken[1] ).object != OBJECT_NONE ) {
+			problem = "the car's cell (" + std::to_string( taken[0] ) + ", " + std::to_string( taken[1] )
+					+ ") is outside the grid or taken";
+			return false;
+		}
+	}
+	for ( const int *taken : cellsTaken ) {
+		At( taken[0], taken[1] ).object = OBJECT_CAR;
+		At( taken[0], taken[1] ).car = int( cars.size() );
+	}
+	cars.push_back( car );
+	return true;
+}
+
+// A tree's canopy must not cover a roof or another canopy: one cell holds one tile above.
+bool cTownPlan::PlaceTree( const tWords &words, std::string &problem ) {
+	sTree tree = {};
+	if ( !ReadCell( words, 1, tree.column, tree.row, problem ) ) {
+		return false;
+	}
+	if ( At( tree.column, tree.row ).object != OBJECT_NONE ) {
+		problem = "the trunk's cell is taken";
+		return false;
+	}
+	for ( int r = tree.row - 1; r <= tree.row + 1; r++ ) {
+		for ( int c = tree.column - 1; c <= tree.column + 1; c++ ) {
+			if ( IsInside( c, r ) && At( c, r ).over != OVER_NONE ) {
+				problem = "the canopy meets something above cell (" + std::to_string( c ) + ", " + std::to_string( r ) + ")";
+				return false;
+			}
+		}
+	}
+	At( tree.column, tree.row ).object = OBJECT_TRUNK;
+	for ( int r = tree.row - 1; r <= tree.row + 1; r++ ) {
+		for ( int c = tree.column - 1; c <= tree.column + 1; c++ ) {
+			if ( IsInside( c, r ) ) {
+				At( c, r ).over = OVER_CANOPY;
+				At( c, r ).overOwner = int( trees.size() );
+			}
+		}
+	}
+	trees.push_back( tree );
+	return true;
+}
