@@ -130,14 +130,18 @@ sGroundLook cLevelBuilder::DescribeGround( int column, int row ) const {
 	} else if ( cell.ground == GROUND_CARPET ) {
 		look.edges = GetSides( column, row, false, []( const sTownCell &n ) { return n.ground != GROUND_CARPET; } );
 	}
-	// A lane mark or a crossing is the look of its cell; the cell's roll does not add a patch.
+	// A lane mark or a crossing is the look of its cell; the cell's roll adds no patch or lid.
 	if ( look.laneMark != AXIS_NONE || look.crosswalk != AXIS_NONE ) {
-		look.variant = look.variant == 5 ? 5 : 0;
+		look.variant = 0;
 	}
 	const bool covered = cell.object == OBJECT_WALL || cell.object == OBJECT_DOOR;
 	look.shadows = covered ? 0 : GetShadows( column, row );
-	// Curbed or shaded cells keep to the plainer looks, which keeps the sheet small.
-	if ( ( look.edges | look.corners | look.shadows ) != 0 && look.variant > 1 ) {
+	// The small corner shadow is kept for the ground players walk on.
+	if ( !IsWalkableGround( cell.ground ) ) {
+		look.shadows &= ~SHADOW_FROM_CORNER;
+	}
+	// Curbed or shaded cells keep to the plain look, which keeps the sheet small.
+	if ( ( look.edges | look.corners | look.shadows ) != 0 ) {
 		look.variant = 0;
 	}
 	return look;
@@ -150,8 +154,9 @@ sObjectLook cLevelBuilder::DescribeObject( int column, int row ) const {
 	look.material = cell.material;
 	look.joins = GetJoins( column, row );
 	look.variant = int( HashCell( column, row, SALT_OBJECT ) % uint32_t( GetObjectVariantCount( cell.object ) ) );
-	// Stone is rough enough to need no second look.
-	if ( cell.object == OBJECT_WALL && cell.material == MATERIAL_STONE ) {
+	// Only long straight runs of wall need a second look; stone is rough enough without.
+	const bool straight = look.joins == ( SIDE_EAST | SIDE_WEST ) || look.joins == ( SIDE_NORTH | SIDE_SOUTH );
+	if ( cell.object == OBJECT_WALL && ( cell.material == MATERIAL_STONE || !straight ) ) {
 		look.variant = 0;
 	}
 	// The walls inside a solid building never show: they all share one tile.

@@ -23,6 +23,11 @@ const cTileCanvas &cTileSheet::GetTile( int32_t number ) const {
 	return tiles[size_t( number - 1 )];
 }
 
+const std::string &cTileSheet::GetLegendLine( int32_t number ) const {
+	assert( number >= 1 && number <= GetCount() );
+	return legend[size_t( number - 1 )];
+}
+
 cTileCanvas cTileSheet::Compose() const {
 	cTileCanvas sheet( TILE_SIZE, TILE_SIZE * std::max( 1, GetCount() ) );
 	for ( int i = 0; i < GetCount(); i++ ) {

@@ -22,6 +22,8 @@ public:
 
 	int					GetCount() const { return int( tiles.size() ); }
 	const cTileCanvas &	GetTile( int32_t number ) const;
+	// "category name" of a tile, as the legend lists it.
+	const std::string &	GetLegendLine( int32_t number ) const;
 	// The whole sheet: one column of tiles, tile n at y = (n - 1) x 32.
 	cTileCanvas			Compose() const;
 	bool				SavePng( const std::string &path ) const;
