@@ -1,0 +1,257 @@
+#include "ai/AStar.h"
+
+#include <cassert>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+// The snapshot starts all wall and the marks all clear, so a fresh object never mistakes
+// leftover memory for a cell on one of its lists.
+cAStar::cAStar()
+	: closedMark( FIRST_CLOSED_MARK ),
+	pathLength( 0 ),
+	nextStep( 1 ) {
+	std::memset( passable, NOT_PASSABLE, sizeof( passable ) );
+	std::memset( listMark, 0, sizeof( listMark ) );
+}
+
+void cAStar::InitPathBuffer() {
+	pathCells.clear();
+	pathLength = 0;
+}
+
+void cAStar::SetPassability( const int32_t *walkMap ) {
+	assert( walkMap != nullptr );
+	for ( int32_t x = 0; x < MAP_COLUMNS; x++ ) {
+		const int32_t *cell = walkMap + x;
+		for ( int32_t y = 0; y < MAP_ROWS; y++, cell += MAP_COLUMNS ) {
+			passable[x][y] = ( *cell == WALK_FLOOR ) ? PASSABLE : NOT_PASSABLE;
+		}
+	}
+}
+
+// The search stops as soon as the target joins the open list, and the heuristic overrates
+// diagonal ways, so enemies take the first way found rather than always the shortest one.
+int32_t cAStar::FindPath( int32_t startX, int32_t startY, int32_t targetX, int32_t targetY ) {
+	if ( !IsInGrid( startX, startY ) || !IsInGrid( targetX, targetY ) ) {
+		return RESULT_NO_PATH;
+	}
+	if ( passable[targetX][targetY] == NOT_PASSABLE ) {
+		return RESULT_NO_PATH;
+	}
+	PrepareMarks();
+	const int32_t openMark = closedMark - 1;
+	pathLength = 0;
+	costG[startX][startY] = 0;
+	// The start is item 1 and is taken at once; the first cell added after it reuses that id.
+	int32_t openCount = 1;
+	int32_t lastItem = 0;
+	openHeap[1] = 1;
+	openX[1] = startX;
+	openY[1] = startY;
+	while ( openCount > 0 ) {
+		int32_t x = 0;
+		int32_t y = 0;
+		TakeTopItem( openCount, x, y );
+		openCount--;
+		for ( int32_t b = y - 1; b <= y + 1; b++ ) {
+			for ( int32_t a = x - 1; a <= x + 1; a++ ) {
+				if ( !CanEnter( x, y, a, b ) ) {
+					continue;
+				}
+				const int32_t stepCost = ( a != x && b != y ) ? DIAGONAL_COST : STRAIGHT_COST;
+				if ( listMark[a][b] != openMark ) {
+					AddToOpenList( x, y, a, b, stepCost, targetX, targetY, openCount, lastItem );
+				} else {
+					ImproveOpenCell( x, y, a, b, stepCost, openCount );
+				}
+			}
+		}
+		if ( listMark[targetX][targetY] == openMark ) {
+			StorePath( startX, startY, targetX, targetY );
+			return RESULT_FOUND;
+		}
+	}
+	return RESULT_NO_PATH;
+}
+
+// Each search moves the marks on by two instead of clearing its lists; only after a very long
+// run of searches on one object are the marks wiped and started over.
+void cAStar::PrepareMarks() {
+	if ( closedMark > MARK_LIMIT ) {
+		std::memset( listMark, 0, sizeof( listMark ) );
+		closedMark = FIRST_CLOSED_MARK;
+	}
+	closedMark += 2;
+}
+
+void cAStar::TakeTopItem( int32_t openCount, int32_t &x, int32_t &y ) {
+	const int32_t item = openHeap[1];
+	x = openX[item];
+	y = openY[item];
+	listMark[x][y] = closedMark;
+	openHeap[1] = openHeap[openCount];
+	SiftDown( openCount - 1 );
+}
+
+// On equal F a child rises over its parent, and the right child over an equal left one.
+void cAStar::SiftDown( int32_t openCount ) {
+	int32_t v = 1;
+	for ( ;; ) {
+		const int32_t u = v;
+		if ( 2 * u + 1 <= openCount ) {
+			if ( costF[openHeap[u]] >= costF[openHeap[2 * u]] ) {
+				v = 2 * u;
+			}
+			if ( costF[openHeap[v]] >= costF[openHeap[2 * u + 1]] ) {
+				v = 2 * u + 1;
+			}
+		} else if ( 2 * u <= openCount ) {
+			if ( costF[openHeap[u]] >= costF[openHeap[2 * u]] ) {
+				v = 2 * u;
+			}
+		}
+		if ( u == v ) {
+			return;
+		}
+		const int32_t item = openHeap[u];
+		openHeap[u] = openHeap[v];
+		openHeap[v] = item;
+	}
+}
+
+// A newly added cell rises over parents of equal F.
+void cAStar::BubbleUp( int32_t position ) {
+	int32_t m = position;
+	while ( m != 1 && costF[openHeap[m]] <= costF[openHeap[m / 2]] ) {
+		const int32_t item = openHeap[m / 2];
+		openHeap[m / 2] = openHeap[m];
+		openHeap[m] = item;
+		m /= 2;
+	}
+}
+
+// A diagonal step needs both cells beside it free: corners are never cut.
+bool cAStar::CanEnter( int32_t x, int32_t y, int32_t a, int32_t b ) const {
+	if ( a == -1 || b == -1 || a == MAP_COLUMNS || b == MAP_ROWS ) {
+		return false;
+	}
+	if ( listMark[a][b] == closedMark ) {
+		return false;
+	}
+	if ( passable[a][b] == NOT_PASSABLE ) {
+		return false;
+	}
+	if ( a != x && b != y ) {
+		return passable[a][y] == PASSABLE && passable[x][b] == PASSABLE;
+	}
+	return true;
+}
+
+void cAStar::AddToOpenList( int32_t x, int32_t y, int32_t a, int32_t b, int32_t stepCost,
+							int32_t targetX, int32_t targetY, int32_t &openCount, int32_t &lastItem ) {
+	lastItem++;
+	const int32_t position = openCount + 1;
+	openHeap[position] = lastItem;
+	openX[lastItem] = a;
+	openY[lastItem] = b;
+	costG[a][b] = costG[x][y] + stepCost;
+	costH[lastItem] = HEURISTIC_WEIGHT * ( std::abs( a - targetX ) + std::abs( b - targetY ) );
+	costF[lastItem] = costG[a][b] + costH[lastItem];
+	parentX[a][b] = x;
+	parentY[a][b] = y;
+	BubbleUp( position );
+	openCount++;
+	listMark[a][b] = closedMark - 1;
+}
+
+// A shorter way to a cell already on the open list: the cell's item is found by a scan of the
+// heap and only rises while strictly cheaper than its parent.
+void cAStar::ImproveOpenCell( int32_t x, int32_t y, int32_t a, int32_t b, int32_t stepCost, int32_t openCount ) {
+	const int32_t newG = costG[x][y] + stepCost;
+	if ( newG >= costG[a][b] ) {
+		return;
+	}
+	parentX[a][b] = x;
+	parentY[a][b] = y;
+	costG[a][b] = newG;
+	for ( int32_t i = 1; i <= openCount; i++ ) {
+		const int32_t item = openHeap[i];
+		if ( openX[item] == a && openY[item] == b ) {
+			costF[item] = newG + costH[item];
+			int32_t m = i;
+			while ( m != 1 && costF[openHeap[m]] < costF[openHeap[m / 2]] ) {
+				openHeap[m] = openHeap[m / 2];
+				openHeap[m / 2] = item;
+				m /= 2;
+			}
+			return;
+		}
+	}
+}
+
+// Walks the parent links from the target back to the start twice: once to count, once to fill
+// the cells from the end, so that cell 1 is the start's neighbour.
+void cAStar::StorePath( int32_t startX, int32_t startY, int32_t targetX, int32_t targetY ) {
+	int32_t count = 0;
+	for ( int32_t x = targetX, y = targetY; x != startX || y != startY; count++ ) {
+		const int32_t px = parentX[x][y];
+		y = parentY[x][y];
+		x = px;
+	}
+	pathLength = count;
+	pathCells.resize( 2 * static_cast<size_t>( count ) );
+	int32_t x = targetX;
+	int32_t y = targetY;
+	for ( int32_t i = count; i >= 1; i-- ) {
+		pathCells[2 * i - 2] = x;
+		pathCells[2 * i - 1] = y;
+		const int32_t px = parentX[x][y];
+		y = parentY[x][y];
+		x = px;
+	}
+	nextStep = 1;
+}
+
+void cAStar::ReadNextStep( int32_t &x, int32_t &y ) {
+	assert( IsStepIndex( nextStep ) && "read past the end of the path" );
+	x = ReadStepX( nextStep );
+	y = ReadStepY( nextStep );
+	if ( IsStepIndex( nextStep ) ) {
+		nextStep++;
+	}
+}
+
+int32_t cAStar::ReadStepX( int32_t i ) const {
+	assert( IsStepIndex( i ) && "path cell out of range" );
+	if ( pathLength == 0 ) {
+		return -1;
+	}
+	return pathCells[2 * ClampStepIndex( i ) - 2];
+}
+
+int32_t cAStar::ReadStepY( int32_t i ) const {
+	assert( IsStepIndex( i ) && "path cell out of range" );
+	if ( pathLength == 0 ) {
+		return -1;
+	}
+	return pathCells[2 * ClampStepIndex( i ) - 1];
+}
+
+int32_t cAStar::ClampStepIndex( int32_t i ) const {
+	return IsStepIndex( i ) ? i : pathLength;
+}
+
+void cAStar::FreePathBuffer() {
+	std::vector<int32_t>().swap( pathCells );
+	pathLength = 0;
+}
+
+void cAStar::PrintPath() const {
+	std::printf( "Path length: " );
+	std::printf( "%d ", pathLength );
+	std::printf( "\n" );
+	for ( int32_t i = 1; i <= pathLength; i++ ) {
+		std::printf( "(%d,%d),", ReadStepX( i ), ReadStepY( i ) );
+	}
+}
