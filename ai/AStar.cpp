@@ -155,6 +155,7 @@ void cAStar::AddToOpenList( int32_t x, int32_t y, int32_t a, int32_t b, int32_t 
 	openHeap[position] = lastItem;
 	openX[lastItem] = a;
 	openY[lastItem] = b;
+	cellItem[a][b] = lastItem;
 	costG[a][b] = costG[x][y] + stepCost;
 	costH[lastItem] = HEURISTIC_WEIGHT * ( std::abs( a - targetX ) + std::abs( b - targetY ) );
 	costF[lastItem] = costG[a][b] + costH[lastItem];
@@ -166,7 +167,8 @@ void cAStar::AddToOpenList( int32_t x, int32_t y, int32_t a, int32_t b, int32_t 
 }
 
 // A shorter way to a cell already on the open list: the cell's item is found by a scan of the
-// heap and only rises while strictly cheaper than its parent.
+// heap and only rises while strictly cheaper than its parent. A cell has one item in a search,
+// so the scan looks for that item's id rather than comparing cells.
 void cAStar::ImproveOpenCell( int32_t x, int32_t y, int32_t a, int32_t b, int32_t stepCost, int32_t openCount ) {
 	const int32_t newG = costG[x][y] + stepCost;
 	if ( newG >= costG[a][b] ) {
@@ -175,9 +177,9 @@ void cAStar::ImproveOpenCell( int32_t x, int32_t y, int32_t a, int32_t b, int32_
 	parentX[a][b] = x;
 	parentY[a][b] = y;
 	costG[a][b] = newG;
+	const int32_t item = cellItem[a][b];
 	for ( int32_t i = 1; i <= openCount; i++ ) {
-		const int32_t item = openHeap[i];
-		if ( openX[item] == a && openY[item] == b ) {
+		if ( openHeap[i] == item ) {
 			costF[item] = newG + costH[item];
 			int32_t m = i;
 			while ( m != 1 && costF[openHeap[m]] < costF[openHeap[m / 2]] ) {

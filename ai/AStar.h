@@ -72,6 +72,7 @@ private:
 	int32_t				costF[ITEM_COUNT];
 	int32_t				costG[CELL_COLUMNS][CELL_ROWS];
 	int32_t				costH[ITEM_COUNT];
+	int32_t				cellItem[CELL_COLUMNS][CELL_ROWS];	// item id of each cell on the open list
 	int32_t				pathLength;						// in cells, the start not counted
 	std::vector<int32_t> pathCells;						// x then y of each cell, first step to target
 	int32_t				nextStep;						// 1-based index of the cell ReadNextStep gives
