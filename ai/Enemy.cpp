@@ -1,0 +1,101 @@
+#include "ai/Enemy.h"
+
+#include <cstdlib>
+
+#include "actors/ActorTypes.h"
+#include "app/GameState.h"
+#include "platform/Clock.h"
+#include "world/Grid.h"
+
+namespace {
+
+// What each enemy kind carries; health grows with the difficulty.
+struct cEnemyKindInfo {
+	int32_t		kind;
+	int32_t		weapon;
+	int32_t		healthPerLevel;
+	int32_t		speed;				// in pixels per frame
+	int32_t		shotPeriod;			// in frames
+};
+const cEnemyKindInfo ENEMY_KINDS[] = {
+	{ KIND_SOLDIER, WEAPON_ENEMY_GUN, 50, 1, 80 },
+	{ KIND_MACHINE_GUNNER, WEAPON_MACHINE_GUN, 75, 1, 80 },
+	{ KIND_BOSS, WEAPON_MACHINE_GUN, 250, 2, 20 },
+};
+
+int32_t GetReverse( int32_t facing ) {
+	switch ( facing ) {
+		case DIR_UP:			return DIR_DOWN;
+		case DIR_DOWN:			return DIR_UP;
+		case DIR_RIGHT:			return DIR_LEFT;
+		case DIR_LEFT:			return DIR_RIGHT;
+		case DIR_UP_RIGHT:		return DIR_DOWN_LEFT;
+		case DIR_DOWN_LEFT:		return DIR_UP_RIGHT;
+		case DIR_UP_LEFT:		return DIR_DOWN_RIGHT;
+		case DIR_DOWN_RIGHT:	return DIR_UP_LEFT;
+		default:				return facing;
+	}
+}
+
+}
+
+// A kind the level never builds keeps the base's zero weapon, health, speed and shot period.
+cEnemy::cEnemy( int32_t kind, int32_t x, int32_t y, int32_t direction, int32_t difficulty )
+	: cellX( x / CELL_SIZE ),
+	cellY( y / CELL_SIZE ),
+	target( nullptr ),
+	lastSeenX( -1 ),
+	lastSeenY( -1 ),
+	replanTimer( REPLAN_FRAMES ),
+	previousAiState( AI_UNAWARE ),
+	aiState( AI_UNAWARE ),
+	lookTimer( 0 ),
+	wanderPending( kind == KIND_BOSS ),
+	alertTime( 0 ),
+	wasShot( false ) {
+	this->kind = kind;
+	this->x = x;
+	this->y = y;
+	this->direction = direction;
+	for ( const cEnemyKindInfo &info : ENEMY_KINDS ) {
+		if ( info.kind == kind ) {
+			weapon = info.weapon;
+			health = info.healthPerLevel * difficulty;
+			speed = info.speed;
+			shotPeriod = info.shotPeriod;
+		}
+	}
+}
+
+void cEnemy::GetDrawInfo( cRect &rect, int32_t &screenX, int32_t &screenY, const cScene &scene ) {
+	GetScreenPosition( screenX, screenY, scene );
+	const int32_t row = GetFacingRow( direction );
+	if ( row >= 0 ) {
+		SetSheetColumn( rect );
+		rect.top = row;
+		rect.bottom = row + BODY_SIZE;
+	}
+	// The defeat screen freezes the enemies as they stood.
+	if ( gameState == STATE_DEFEAT ) {
+		return;
+	}
+	AnimateWalk();
+}
+
+void cEnemy::TurnTowards( int32_t dx, int32_t dy ) {
+	if ( dx == -1 || dy == -1 ) {
+		direction = GetReverse( direction );
+		return;
+	}
+	const int64_t ax = std::llabs( static_cast<int64_t>( dx ) );
+	const int64_t ay = std::llabs( static_cast<int64_t>( dy ) );
+	if ( ay > ax ) {
+		direction = dy < 0 ? DIR_UP : DIR_DOWN;
+	} else if ( ax > ay ) {
+		direction = dx < 0 ? DIR_LEFT : DIR_RIGHT;
+	}
+}
+
+void cEnemy::MarkAlert() {
+	alertTime = GetTickCount();
+}
