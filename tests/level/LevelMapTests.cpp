@@ -246,16 +246,16 @@ TEST_F( LevelMapTest, OnlyADoorLeadsIntoTheHallAndLumraFindsHerUpgradeThere ) {
 	const bool besideBox = open.ReachesCell( box.column + 1, box.row ) || open.ReachesCell( box.column - 1, box.row )
 						|| open.ReachesCell( box.column, box.row + 1 ) || open.ReachesCell( box.column, box.row - 1 );
 	EXPECT_TRUE( besideBox ) << "even with the doors open nobody gets next to the box at " << Name( box.column, box.row );
-	// lumra opens a door from the cell beside it: one of the hall's doors must have such a cell
+	// lumra opens a door from the cell beside it: a door in or at the hall must have such a cell
 	// on the right street (columns 47-52) or the lower street (rows 34-42).
 	bool doorFromStreet = false;
-	for ( int row = HALL_FIRST_ROW; row <= HALL_LAST_ROW; row++ ) {
-		for ( int column = HALL_FIRST_COLUMN; column <= HALL_LAST_COLUMN; column++ ) {
+	for ( int row = HALL_FIRST_ROW - 1; row <= HALL_LAST_ROW + 1; row++ ) {
+		for ( int column = HALL_FIRST_COLUMN - 1; column <= HALL_LAST_COLUMN; column++ ) {
 			if ( Walk( column, row ) != WALK_DOOR ) {
 				continue;
 			}
-			const sCell outside[4] = { { column + 1, row }, { column - 1, row }, { column, row + 1 }, { column, row - 1 } };
-			for ( const sCell &cell : outside ) {
+			const sCell beside[4] = { { column + 1, row }, { column - 1, row }, { column, row + 1 }, { column, row - 1 } };
+			for ( const sCell &cell : beside ) {
 				const bool onStreet = ( cell.column >= 47 && cell.column <= 52 && cell.row <= 33 ) || ( cell.row >= 34 && cell.row <= 42 );
 				doorFromStreet = doorFromStreet || ( onStreet && !IsInHall( cell.column, cell.row ) && shut.ReachesCell( cell.column, cell.row ) );
 			}

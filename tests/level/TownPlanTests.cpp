@@ -89,7 +89,9 @@ TEST_F( LevelBuilderTest, WalkCodeFollowsWhatStandsOnTheCell ) {
 			"wall brick 6 1 6 8\n"
 			"closed 7 7\n"
 			"building flat brick 20 20 24 24\n"
-			"hall metal concrete 30 30 34 34\n" );
+			"ground indoor 30 30 34 34\n"
+			"wall concrete 30 30 30 34\n"
+			"roof metal 30 30 34 34\n" );
 	EXPECT_EQ( Walk( 1, 1 ), WALK_FLOOR ) << "sidewalk";
 	EXPECT_EQ( Walk( 2, 2 ), WALK_DOOR );
 	EXPECT_EQ( Walk( 2, 3 ), WALK_DOOR );
@@ -98,8 +100,10 @@ TEST_F( LevelBuilderTest, WalkCodeFollowsWhatStandsOnTheCell ) {
 	EXPECT_EQ( Walk( 7, 7 ), 0 ) << "closed sidewalk";
 	EXPECT_EQ( Walk( 11, 2 ), 0 ) << "grass is not walked on";
 	EXPECT_EQ( Walk( 22, 22 ), 0 ) << "inside a solid building";
-	EXPECT_EQ( Walk( 32, 32 ), WALK_FLOOR ) << "inside a hall";
-	EXPECT_EQ( Walk( 30, 32 ), 0 ) << "the hall's wall";
+	EXPECT_EQ( Walk( 32, 32 ), WALK_FLOOR ) << "under a roof alone";
+	EXPECT_EQ( Walk( 30, 32 ), 0 ) << "a wall under a roof";
+	EXPECT_EQ( ObjectName( 30, 32 ).find( "joins-15" ), std::string::npos ) << "a wall under a roof that lifts shows its edges";
+	EXPECT_NE( ObjectName( 21, 22 ).find( "joins-15" ), std::string::npos ) << "inside a solid building every wall looks alike";
 	EXPECT_EQ( Walk( 50, 50 ), 0 ) << "the bare ground everything starts from";
 	EXPECT_EQ( builder->GetSheet().GetLegendLine( 1 ), "floor asphalt.0" ) << "tile 1, drawn for a ground code of 0, is plain asphalt";
 }

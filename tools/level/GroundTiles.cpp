@@ -304,13 +304,13 @@ void PaintIndoor( cTileCanvas &tile, int variant, uint32_t &seed ) {
 
 void PaintGrass( cTileCanvas &tile, int variant, uint32_t &seed ) {
 	tile.Fill( db32::MOSS );
-	tile.Speckle( seed, 0, 0, TILE_SIZE, TILE_SIZE, db32::OLIVE_DARK, 60 );
-	tile.Speckle( seed, 0, 0, TILE_SIZE, TILE_SIZE, db32::SLATE, 16 );
-	for ( int blade = 0; blade < 22; blade++ ) {
+	tile.Speckle( seed, 0, 0, TILE_SIZE, TILE_SIZE, db32::OLIVE_DARK, 110 );
+	tile.Speckle( seed, 0, 0, TILE_SIZE, TILE_SIZE, db32::SLATE, 30 );
+	for ( int blade = 0; blade < 14; blade++ ) {
 		const int x = RandomBelow( seed, TILE_SIZE );
 		const int y = RandomBelow( seed, TILE_SIZE - 1 );
-		tile.Set( x, y, db32::TEAL );
-		tile.Set( x, y + 1, blade % 5 == 0 ? db32::GREEN : db32::MOSS );
+		tile.Set( x, y, blade % 4 == 0 ? db32::TEAL : db32::MOSS );
+		tile.Set( x, y + 1, db32::OLIVE_DARK );
 	}
 	if ( variant == 1 ) {
 		for ( int flower = 0; flower < 4; flower++ ) {

@@ -87,6 +87,13 @@ int32_t cLevelBuilder::ChooseOverTile( int column, int row ) {
 		const sCanopyLook look = DescribeCanopy( column, row );
 		return sheet.Request( "canopy", GetCanopyTileName( look ), [&look]( cTileCanvas &tile ) { PaintCanopy( tile, look ); } );
 	}
+	if ( cell.over == OVER_GLOW ) {
+		const sLamp &lamp = plan.GetLamps()[size_t( cell.overOwner )];
+		sGlowLook look;
+		look.partColumn = column - lamp.column;
+		look.partRow = row - lamp.row;
+		return sheet.Request( "glow", GetGlowTileName( look ), [&look]( cTileCanvas &tile ) { PaintGlow( tile, look ); } );
+	}
 	return 0;
 }
 
@@ -215,7 +222,7 @@ int cLevelBuilder::GetCurbCorners( int column, int row ) const {
 
 bool cLevelBuilder::IsUnderSolidRoof( int column, int row ) const {
 	const sTownCell &cell = plan.GetCell( column, row );
-	return cell.over == OVER_ROOF && !plan.GetBuildings()[size_t( cell.overOwner )].enterable;
+	return cell.over == OVER_ROOF && plan.GetBuildings()[size_t( cell.overOwner )].solid;
 }
 
 bool cLevelBuilder::IsRaised( int column, int row ) const {

@@ -27,7 +27,7 @@ int TransposeSides( int sides ) {
 }
 
 void PaintBrickCourses( cTileCanvas &tile, uint32_t &seed ) {
-	tile.Fill( db32::INK );
+	tile.Fill( db32::PLUM );
 	for ( int course = 0; course < 8; course++ ) {
 		const int y = course * 4;
 		for ( int x = ( course % 2 ) * -4; x < TILE_SIZE; x += 8 ) {
@@ -40,13 +40,14 @@ void PaintBrickCourses( cTileCanvas &tile, uint32_t &seed ) {
 }
 
 void PaintConcrete( cTileCanvas &tile, int variant, uint32_t &seed ) {
-	tile.Fill( db32::GREY_DARK );
-	tile.Speckle( seed, 0, 0, TILE_SIZE, TILE_SIZE, db32::GREY_DEEP, 36 );
-	tile.Speckle( seed, 0, 0, TILE_SIZE, TILE_SIZE, db32::GREY, 14 );
+	// The cap of a concrete wall: lighter than the pavement below it, cast in sixteen-pixel sections.
+	tile.Fill( db32::GREY );
+	tile.Speckle( seed, 0, 0, TILE_SIZE, TILE_SIZE, db32::GREY_DARK, 50 );
+	tile.Speckle( seed, 0, 0, TILE_SIZE, TILE_SIZE, db32::STEEL, 10 );
 	tile.FillRect( 0, 0, 1, TILE_SIZE, db32::GREY_DEEP );
 	tile.FillRect( 16, 0, 1, TILE_SIZE, db32::GREY_DEEP );
-	tile.FillRect( 8, 15, 2, 2, db32::SLATE );
-	tile.FillRect( 24, 15, 2, 2, db32::SLATE );
+	tile.FillRect( 1, 0, 1, TILE_SIZE, db32::STEEL );
+	tile.FillRect( 17, 0, 1, TILE_SIZE, db32::STEEL );
 	if ( variant == 1 ) {
 		for ( int y = 10; y < 24; y++ ) {
 			tile.Set( 20 + RandomBelow( seed, 2 ), y, db32::BROWN_DARK );
@@ -398,6 +399,19 @@ void PaintTrunk( cTileCanvas &tile ) {
 	tile.Set( 22, 11, db32::BROWN_DARK );
 }
 
+// A street lamp's post seen from above: a foot, the pole's top and the arm that carries the
+// head out over the cell's bottom-right corner (the head and its light are drawn above).
+void PaintLampPost( cTileCanvas &tile ) {
+	tile.FillDisc( 22.0f, 22.0f, 4.5f, db32::GREY_DEEP );
+	tile.FillDisc( 21.5f, 21.5f, 2.5f, db32::GREY );
+	tile.Set( 21, 21, db32::STEEL );
+	for ( int i = 0; i < 9; i++ ) {
+		tile.Set( 23 + i, 23 + i, db32::INK );
+		tile.Set( 24 + i, 23 + i, db32::GREY_DEEP );
+	}
+	tile.CastShadow( 3, 3, SHADOW_ALPHA );
+}
+
 struct sCarColours {
 	uint32_t	light;
 	uint32_t	body;
@@ -513,6 +527,7 @@ std::string GetObjectTileName( const sObjectLook &look ) {
 	case OBJECT_PILLAR: return "brazier";
 	case OBJECT_BIN: return "bin." + std::to_string( look.variant );
 	case OBJECT_TRUNK: return "tree-pit";
+	case OBJECT_LAMP: return "lamp-post";
 	case OBJECT_CAR:
 		return std::string( "car." ) + CAR_WORDS[look.colour] + "." + FACING_WORDS[look.facing] + ( look.front ? ".front" : ".rear" );
 	default: return "nothing";
@@ -532,6 +547,7 @@ void PaintObject( cTileCanvas &tile, const sObjectLook &look ) {
 	case OBJECT_PILLAR: PaintPillar( tile ); break;
 	case OBJECT_BIN: PaintBin( tile, look.variant ); break;
 	case OBJECT_TRUNK: PaintTrunk( tile ); break;
+	case OBJECT_LAMP: PaintLampPost( tile ); break;
 	case OBJECT_CAR: PaintCar( tile, look, seed ); break;
 	default: break;
 	}

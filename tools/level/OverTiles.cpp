@@ -1,5 +1,6 @@
 #include "OverTiles.h"
 
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -131,8 +132,8 @@ void PaintMetalRoof( cTileCanvas &tile, const sRoofLook &look, uint32_t &seed ) 
 // light, darker ones on the slope that faces away, a capped ridge between them.
 void PaintPitchedAlongRow( cTileCanvas &tile, eRoof roof, eRoofSlope slope, int edges, uint32_t &seed ) {
 	const bool clay = roof == ROOF_TILED;
-	const uint32_t litTile = clay ? db32::RED : db32::NAVY;
-	const uint32_t shadeTile = clay ? db32::BROWN_DARK : db32::INDIGO;
+	const uint32_t litTile = clay ? db32::BROWN_DARK : db32::NAVY;
+	const uint32_t shadeTile = clay ? db32::PLUM : db32::INDIGO;
 	const int ridge = slope == SLOPE_LIT ? 1000 : slope == SLOPE_SHADED ? -1000 : slope == SLOPE_RIDGE_MIDDLE ? 16
 					: slope == SLOPE_RIDGE_BELOW ? TILE_SIZE : 0;
 	for ( int y = 0; y < TILE_SIZE; y++ ) {
@@ -146,12 +147,12 @@ void PaintPitchedAlongRow( cTileCanvas &tile, eRoof roof, eRoofSlope slope, int 
 			} else if ( ( x + course * 3 ) % 7 == 0 ) {
 				colour = DarkerColour( base );
 			} else if ( y % 4 == ( lit ? 0 : 3 ) && RandomBelow( seed, 3 ) == 0 ) {
-				colour = LighterColour( base );
+				colour = clay && lit ? db32::RED : LighterColour( base );
 			}
 			tile.Set( x, y, colour );
 		}
 		if ( std::abs( y - ridge ) <= 2 ) {
-			const uint32_t cap = y < ridge - 1 ? ( clay ? db32::ROSE : db32::SKY ) : y > ridge ? db32::INK : ( clay ? db32::BROWN : db32::GREY );
+			const uint32_t cap = y < ridge - 1 ? ( clay ? db32::RED : db32::SKY ) : y > ridge ? db32::INK : ( clay ? db32::BROWN : db32::GREY );
 			tile.FillRect( 0, y, TILE_SIZE, 1, cap );
 		}
 	}
@@ -182,69 +183,102 @@ void PaintPitchedRoof( cTileCanvas &tile, const sRoofLook &look, uint32_t &seed 
 	}
 }
 
-// The crown of a street tree, three cells across: overlapping clumps of leaves, each lit on
-// its upper-left, translucent at the rim so that players under it still show.
+// The colours of a crown, from the leaves in shadow to the ones that catch the light.
+struct sLeafRamp {
+	uint32_t	colours[5];
+};
+
+const sLeafRamp LEAF_RAMPS[CANOPY_VARIANTS] = {
+	{ { db32::SLATE, db32::OLIVE_DARK, db32::MOSS, db32::TEAL, db32::GREEN } },
+	{ { db32::INK, db32::SLATE, db32::MOSS, db32::TEAL, db32::TEAL } },
+	{ { db32::PLUM, db32::BROWN_DARK, db32::GOLD_DARK, db32::OLIVE, db32::TAN } },	// autumn
+};
+
+struct sClump {
+	float		x, y, radius;
+};
+
+// The clumps of leaves that make a crown, outer ones first so that the middle lies on top.
+std::vector<sClump> PlaceClumps( int variant ) {
+	uint32_t seed = HashText( "crown " + std::to_string( variant ) );
+	std::vector<sClump> clumps;
+	for ( int i = 0; i < 46; i++ ) {
+		const float angle = 2.0f * PI * RandomBelow( seed, 1000 ) / 1000.0f;
+		const float reach = 33.0f * std::sqrt( RandomBelow( seed, 1000 ) / 1000.0f );
+		clumps.push_back( { 48.0f + reach * std::cos( angle ), 48.0f + reach * std::sin( angle ), 7.0f + RandomBelow( seed, 5 ) } );
+	}
+	std::sort( clumps.begin(), clumps.end(), []( const sClump &a, const sClump &b ) {
+		return std::hypot( a.x - 48.0f, a.y - 48.0f ) > std::hypot( b.x - 48.0f, b.y - 48.0f );
+	} );
+	return clumps;
+}
+
+// The crown of a street tree, three cells across: clumps of leaves, each lit on its upper-left
+// and the whole dome lit from the top-left, translucent at the rim so that players under it show.
 cTileCanvas PaintCrown( int variant ) {
 	const int size = 3 * TILE_SIZE;
-	uint32_t seed = HashText( "crown " + std::to_string( variant ) );
-	const bool autumn = variant == CANOPY_VARIANTS - 1;
-	const uint32_t leaf = autumn ? db32::OLIVE : db32::MOSS;
-	const uint32_t lit = autumn ? db32::TAN : db32::TEAL;
-	const uint32_t shade = autumn ? db32::GOLD_DARK : db32::OLIVE_DARK;
-	struct sClump { float x, y, r; };
-	std::vector<sClump> clumps;
-	clumps.push_back( { 48.0f, 48.0f, 28.0f } );
-	const int count = 7 + variant % 2;
-	for ( int i = 0; i < count; i++ ) {
-		const float angle = 2.0f * PI * i / count + 0.4f * RandomBelow( seed, 5 ) / 5.0f + variant;
-		const float reach = 18.0f + RandomBelow( seed, 6 );
-		clumps.push_back( { 48.0f + reach * std::cos( angle ), 48.0f + reach * std::sin( angle ), 15.0f + RandomBelow( seed, 5 ) } );
-	}
+	const sLeafRamp &ramp = LEAF_RAMPS[variant];
 	cTileCanvas crown( size, size );
-	for ( const sClump &clump : clumps ) {
-		for ( int y = 0; y < size; y++ ) {
-			for ( int x = 0; x < size; x++ ) {
-				const float dx = ( x + 0.5f - clump.x ) / clump.r;
-				const float dy = ( y + 0.5f - clump.y ) / clump.r;
+	for ( const sClump &clump : PlaceClumps( variant ) ) {
+		for ( int y = int( clump.y - clump.radius ); y <= int( clump.y + clump.radius ); y++ ) {
+			for ( int x = int( clump.x - clump.radius ); x <= int( clump.x + clump.radius ); x++ ) {
+				const float dx = ( x + 0.5f - clump.x ) / clump.radius;
+				const float dy = ( y + 0.5f - clump.y ) / clump.radius;
 				if ( dx * dx + dy * dy > 1.0f ) {
 					continue;
 				}
-				const float light = -( dx + dy ) * 0.7071f;
-				uint32_t colour = leaf;
-				if ( light > 0.75f && DitherThreshold( x, y ) < 6 ) colour = autumn ? db32::SKIN : db32::GREEN;
-				else if ( light > 0.35f ) colour = lit;
-				else if ( light < -0.65f ) colour = db32::SLATE;
-				else if ( light < -0.25f ) colour = shade;
-				crown.Set( x, y, colour );
-			}
-		}
-	}
-	for ( int y = 0; y < size; y++ ) {
-		for ( int x = 0; x < size; x++ ) {
-			if ( !crown.IsEmpty( x, y ) && RandomBelow( seed, 9 ) == 0 ) {
-				crown.Set( x, y, DarkerColour( crown.Get( x, y ) ) );
+				const float dome = -( ( x - 48.0f ) + ( y - 48.0f ) ) / 80.0f;
+				const float own = -( dx + dy ) * 0.7071f;
+				const float light = 0.6f * dome + 0.5f * own + ( DitherThreshold( x, y ) - 7.5f ) / 60.0f;
+				const int step = light > 0.42f ? 4 : light > 0.12f ? 3 : light > -0.18f ? 2 : light > -0.45f ? 1 : 0;
+				crown.Set( x, y, ramp.colours[step] );
 			}
 		}
 	}
 	crown.CastShadow( 5, 5, 0x48 );
 	// Leaves at the rim let the street show through; the middle is nearly solid.
 	const cTileCanvas shape = crown;
+	auto isLeaf = [&shape]( int x, int y ) { return ( shape.Get( x, y ) >> 24 ) == 0xFF; };
 	for ( int y = 0; y < size; y++ ) {
 		for ( int x = 0; x < size; x++ ) {
-			const uint32_t pixel = shape.Get( x, y );
-			if ( ( pixel >> 24 ) != 0xFF ) {
+			if ( !isLeaf( x, y ) ) {
 				continue;
 			}
-			const bool rim = shape.IsEmpty( x - 2, y ) || shape.IsEmpty( x + 2, y ) || shape.IsEmpty( x, y - 2 ) || shape.IsEmpty( x, y + 2 )
-						|| ( shape.Get( x + 2, y ) >> 24 ) != 0xFF || ( shape.Get( x, y + 2 ) >> 24 ) != 0xFF;
-			if ( rim && DitherThreshold( x, y ) < 5 ) {
+			const bool rim = !isLeaf( x - 2, y ) || !isLeaf( x + 2, y ) || !isLeaf( x, y - 2 ) || !isLeaf( x, y + 2 );
+			if ( rim && DitherThreshold( x, y ) < 4 ) {
 				crown.Set( x, y, 0 );
 			} else {
-				crown.Set( x, y, db32::WithAlpha( pixel, rim ? 0xA0 : 0xE0 ) );
+				crown.Set( x, y, db32::WithAlpha( shape.Get( x, y ), rim ? 0xA8 : 0xE8 ) );
 			}
 		}
 	}
 	return crown;
+}
+
+// A pool of warm light around a lamp's head, which hangs at the middle of the 2 x 2 cells.
+cTileCanvas PaintLampLight() {
+	const int size = 2 * TILE_SIZE;
+	const float centre = float( TILE_SIZE );
+	cTileCanvas light( size, size );
+	for ( int y = 0; y < size; y++ ) {
+		for ( int x = 0; x < size; x++ ) {
+			const float distance = std::hypot( x + 0.5f - centre, y + 0.5f - centre );
+			const float strength = 1.0f - distance / 31.0f;
+			if ( strength <= 0.0f ) {
+				continue;
+			}
+			// Rings of alpha with dithered borders keep the glow in the pixel style.
+			const int level = int( strength * 5.0f * 16.0f ) + DitherThreshold( x, y ) - 8;
+			const int ring = std::max( 0, std::min( 4, level / 16 ) );
+			if ( ring > 0 ) {
+				light.Set( x, y, db32::WithAlpha( ring > 2 ? db32::SKIN : db32::TAN, uint32_t( 0x1A * ring ) ) );
+			}
+		}
+	}
+	light.FillDisc( centre, centre, 4.5f, db32::GOLD_DARK );
+	light.FillDisc( centre - 0.5f, centre - 0.5f, 3.2f, db32::SKIN );
+	light.FillDisc( centre - 1.0f, centre - 1.0f, 1.5f, db32::WHITE );
+	return light;
 }
 
 const char *const ROOF_WORDS[] = { "flat", "tiled", "slate", "metal" };
@@ -295,8 +329,8 @@ void PaintRoof( cTileCanvas &tile, const sRoofLook &look ) {
 // Metal roofs: mostly bare sheets, some rust, a skylight now and then.
 int PickRoofVariant( eRoof roof, uint32_t roll ) {
 	if ( roof == ROOF_METAL ) {
-		const int metal = int( roll % 8 );
-		return metal < 5 ? 0 : metal < 7 ? 1 : 2;
+		const int metal = int( roll % 16 );
+		return metal < 13 ? 0 : metal < 14 ? 1 : 2;
 	}
 	if ( roof != ROOF_FLAT ) {
 		return 0;
@@ -318,4 +352,12 @@ std::string GetCanopyTileName( const sCanopyLook &look ) {
 void PaintCanopy( cTileCanvas &tile, const sCanopyLook &look ) {
 	const cTileCanvas crown = PaintCrown( look.variant );
 	tile = crown.Crop( look.partColumn * TILE_SIZE, look.partRow * TILE_SIZE, TILE_SIZE, TILE_SIZE );
+}
+
+std::string GetGlowTileName( const sGlowLook &look ) {
+	return "lamp-light part-" + std::to_string( look.partColumn ) + "-" + std::to_string( look.partRow );
+}
+
+void PaintGlow( cTileCanvas &tile, const sGlowLook &look ) {
+	tile = PaintLampLight().Crop( look.partColumn * TILE_SIZE, look.partRow * TILE_SIZE, TILE_SIZE, TILE_SIZE );
 }

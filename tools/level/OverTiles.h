@@ -1,6 +1,7 @@
 #pragma once
 // The tiles of the over layer, drawn above the players: roofs (flat with a parapet, pitched clay
-// or slate, corrugated metal) and tree canopies that players walk under.
+// or slate, corrugated metal), tree canopies that players walk under, and the warm light of the
+// street lamps.
 
 #include <string>
 
@@ -26,6 +27,11 @@ struct sRoofLook {
 	bool		ridgeDownColumn = false;	// the ridge runs top to bottom
 };
 
+struct sGlowLook {
+	int			partColumn = 0;	// 0 or 1, the cell's place in the 2 x 2 pool of light
+	int			partRow = 0;
+};
+
 struct sCanopyLook {
 	int			variant = 0;
 	int			partColumn = 0;	// 0 to 2, the cell's place in the tree's 3 x 3 crown
@@ -42,3 +48,6 @@ void				PaintRoof( cTileCanvas &tile, const sRoofLook &look );
 const int			CANOPY_VARIANTS = 3;		// the last one in autumn colours
 std::string			GetCanopyTileName( const sCanopyLook &look );
 void				PaintCanopy( cTileCanvas &tile, const sCanopyLook &look );
+
+std::string			GetGlowTileName( const sGlowLook &look );
+void				PaintGlow( cTileCanvas &tile, const sGlowLook &look );

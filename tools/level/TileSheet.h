@@ -17,7 +17,7 @@ public:
 	typedef std::function<void( cTileCanvas &tile )> tPainter;
 
 	// The number of the tile called name, painted by paint on first use. The category is the
-	// legend's first word: floor, ground, wall, fence, door, box, prop, roof or canopy.
+	// legend's first word: floor, ground, wall, fence, door, box, prop, roof, canopy or glow.
 	int32_t				Request( const std::string &category, const std::string &name, const tPainter &paint );
 
 	int					GetCount() const { return int( tiles.size() ); }

@@ -28,7 +28,8 @@ enum eObject {
 	OBJECT_PILLAR,
 	OBJECT_BIN,
 	OBJECT_CAR,
-	OBJECT_TRUNK
+	OBJECT_TRUNK,
+	OBJECT_LAMP			// a street lamp's post
 };
 
 enum eMaterial {
@@ -47,7 +48,8 @@ enum eRoof {
 enum eOver {
 	OVER_NONE,
 	OVER_ROOF,
-	OVER_CANOPY
+	OVER_CANOPY,
+	OVER_GLOW			// the light of a street lamp
 };
 
 // The direction a line on the ground runs in.
@@ -86,19 +88,25 @@ struct sTownCell {
 	eMaterial	material = MATERIAL_BRICK;	// of a wall
 	int			car = -1;					// the car standing here, an index into the plan's cars
 	eOver		over = OVER_NONE;
-	int			overOwner = -1;				// the building or tree above, an index into the plan
+	int			overOwner = -1;				// the building, tree or lamp above, an index into the plan
 };
 
-// A building seen from above: its walls and its roof.
+// A roof seen from above: over a solid building, or over a room whose floor and walls show
+// when the game lifts the roof.
 struct sBuilding {
 	int			column0, row0, column1, row1;	// corners, inclusive
 	eRoof		roof;
-	eMaterial	wall;
-	bool		enterable;						// a hall with a floor inside, not a solid block
+	bool		solid;							// wall under the whole roof
 };
 
 struct sTree {
 	int			column, row;					// the trunk; the canopy covers the 3 x 3 cells around it
+};
+
+// A street lamp: its post stands in the cell, its head hangs over the cell's bottom-right
+// corner and lights the 2 x 2 cells around that corner.
+struct sLamp {
+	int			column, row;
 };
 
 struct sCar {

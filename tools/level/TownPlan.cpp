@@ -135,8 +135,8 @@ bool cTownPlan::RunCommand( const tWords &words, std::string &problem ) {
 	if ( command == "road" ) return PaintRoad( words, false, problem );
 	if ( command == "crosswalk" ) return PaintRoad( words, true, problem );
 	if ( command == "closed" ) return PaintClosed( words, problem );
-	if ( command == "building" ) return PaintBuilding( words, false, problem );
-	if ( command == "hall" ) return PaintBuilding( words, true, problem );
+	if ( command == "building" ) return PaintBuilding( words, problem );
+	if ( command == "roof" ) return PaintRoof( words, problem );
 	if ( command == "wall" ) return PaintWall( words, problem );
 	if ( command == "fence" ) return PaintObjects( words, OBJECT_FENCE, problem );
 	if ( command == "hedge" ) return PaintObjects( words, OBJECT_HEDGE, problem );
@@ -148,6 +148,7 @@ bool cTownPlan::RunCommand( const tWords &words, std::string &problem ) {
 	if ( command == "bin" ) return PlaceOne( words, OBJECT_BIN, problem );
 	if ( command == "car" ) return PlaceCar( words, problem );
 	if ( command == "tree" ) return PlaceTree( words, problem );
+	if ( command == "lamp" ) return PlaceLamp( words, problem );
 	problem = "unknown command '" + command + "'";
 	return false;
 }
@@ -260,33 +261,56 @@ bool cTownPlan::PaintClosed( const tWords &words, std::string &problem ) {
 	return true;
 }
 
-// A solid building is wall under its whole roof; a hall has a ring of walls around a floor.
-bool cTownPlan::PaintBuilding( const tWords &words, bool enterable, std::string &problem ) {
-	sBuilding building = {};
+// A solid building is wall under its whole roof.
+bool cTownPlan::PaintBuilding( const tWords &words, std::string &problem ) {
+	eMaterial wall = MATERIAL_BRICK;
+	if ( words.size() < 3 || !ReadName( MATERIAL_NAMES, words[2], "wall", wall, problem ) ) {
+		if ( problem.empty() ) problem = "usage: building ROOF WALL c0 r0 c1 r1";
+		return false;
+	}
 	sRect rect;
-	if ( words.size() < 3 || !ReadName( ROOF_NAMES, words[1], "roof", building.roof, problem )
-		|| !ReadName( MATERIAL_NAMES, words[2], "wall", building.wall, problem ) || !ReadRect( words, 3, rect, problem ) ) {
-		if ( problem.empty() ) problem = "usage: " + words[0] + " ROOF WALL c0 r0 c1 r1";
+	if ( !ReadRect( words, 3, rect, problem ) || !AddRoof( words[1], rect, true, problem ) ) {
+		return false;
+	}
+	for ( int r = rect.row0; r <= rect.row1; r++ ) {
+		for ( int c = rect.column0; c <= rect.column1; c++ ) {
+			sTownCell &cell = At( c, r );
+			cell.ground = GROUND_INDOOR;
+			cell.laneMark = AXIS_NONE;
+			cell.crosswalk = AXIS_NONE;
+			cell.object = OBJECT_WALL;
+			cell.material = wall;
+		}
+	}
+	return true;
+}
+
+// A roof alone lies over a room painted beneath it, and the game may lift it.
+bool cTownPlan::PaintRoof( const tWords &words, std::string &problem ) {
+	sRect rect;
+	if ( words.size() < 2 || !ReadRect( words, 2, rect, problem ) ) {
+		if ( problem.empty() ) problem = "usage: roof ROOF c0 r0 c1 r1";
+		return false;
+	}
+	return AddRoof( words[1], rect, false, problem );
+}
+
+bool cTownPlan::AddRoof( const std::string &word, const sRect &rect, bool solid, std::string &problem ) {
+	sBuilding building = {};
+	if ( !ReadName( ROOF_NAMES, word, "roof", building.roof, problem ) ) {
 		return false;
 	}
 	building.column0 = rect.column0;
 	building.row0 = rect.row0;
 	building.column1 = rect.column1;
 	building.row1 = rect.row1;
-	building.enterable = enterable;
+	building.solid = solid;
 	const int owner = int( buildings.size() );
 	buildings.push_back( building );
 	for ( int r = rect.row0; r <= rect.row1; r++ ) {
 		for ( int c = rect.column0; c <= rect.column1; c++ ) {
-			sTownCell &cell = At( c, r );
-			const bool ring = r == rect.row0 || r == rect.row1 || c == rect.column0 || c == rect.column1;
-			cell.ground = GROUND_INDOOR;
-			cell.laneMark = AXIS_NONE;
-			cell.crosswalk = AXIS_NONE;
-			cell.object = ( ring || !enterable ) ? OBJECT_WALL : OBJECT_NONE;
-			cell.material = building.wall;
-			cell.over = OVER_ROOF;
-			cell.overOwner = owner;
+			At( c, r ).over = OVER_ROOF;
+			At( c, r ).overOwner = owner;
 		}
 	}
 	return true;
@@ -367,7 +391,8 @@ bool cTownPlan::PlaceCar( const tWords &words, std::string &problem ) {
 	return true;
 }
 
-// A tree's canopy must not cover a roof or another canopy: one cell holds one tile above.
+// A tree's canopy must not cover a roof, another canopy or a lamp's light: one cell holds one
+// tile above.
 bool cTownPlan::PlaceTree( const tWords &words, std::string &problem ) {
 	sTree tree = {};
 	if ( !ReadCell( words, 1, tree.column, tree.row, problem ) ) {
@@ -377,13 +402,8 @@ bool cTownPlan::PlaceTree( const tWords &words, std::string &problem ) {
 		problem = "the trunk's cell is taken";
 		return false;
 	}
-	for ( int r = tree.row - 1; r <= tree.row + 1; r++ ) {
-		for ( int c = tree.column - 1; c <= tree.column + 1; c++ ) {
-			if ( IsInside( c, r ) && At( c, r ).over != OVER_NONE ) {
-				problem = "the canopy meets something above cell (" + std::to_string( c ) + ", " + std::to_string( r ) + ")";
-				return false;
-			}
-		}
+	if ( !IsFreeAbove( tree.column - 1, tree.row - 1, tree.column + 1, tree.row + 1, "canopy", problem ) ) {
+		return false;
 	}
 	At( tree.column, tree.row ).object = OBJECT_TRUNK;
 	for ( int r = tree.row - 1; r <= tree.row + 1; r++ ) {
@@ -395,5 +415,43 @@ bool cTownPlan::PlaceTree( const tWords &words, std::string &problem ) {
 		}
 	}
 	trees.push_back( tree );
+	return true;
+}
+
+bool cTownPlan::PlaceLamp( const tWords &words, std::string &problem ) {
+	sLamp lamp = {};
+	if ( !ReadCell( words, 1, lamp.column, lamp.row, problem ) ) {
+		return false;
+	}
+	if ( At( lamp.column, lamp.row ).object != OBJECT_NONE ) {
+		problem = "the lamp's cell is taken";
+		return false;
+	}
+	if ( !IsFreeAbove( lamp.column, lamp.row, lamp.column + 1, lamp.row + 1, "lamp's light", problem ) ) {
+		return false;
+	}
+	At( lamp.column, lamp.row ).object = OBJECT_LAMP;
+	for ( int r = lamp.row; r <= lamp.row + 1; r++ ) {
+		for ( int c = lamp.column; c <= lamp.column + 1; c++ ) {
+			if ( IsInside( c, r ) ) {
+				At( c, r ).over = OVER_GLOW;
+				At( c, r ).overOwner = int( lamps.size() );
+			}
+		}
+	}
+	lamps.push_back( lamp );
+	return true;
+}
+
+bool cTownPlan::IsFreeAbove( int column0, int row0, int column1, int row1, const char *what, std::string &problem ) const {
+	for ( int r = row0; r <= row1; r++ ) {
+		for ( int c = column0; c <= column1; c++ ) {
+			if ( IsInside( c, r ) && GetCell( c, r ).over != OVER_NONE ) {
+				problem = "the " + std::string( what ) + " meets something above cell ("
+						+ std::to_string( c ) + ", " + std::to_string( r ) + ")";
+				return false;
+			}
+		}
+	}
 	return true;
 }

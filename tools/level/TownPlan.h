@@ -21,6 +21,7 @@ public:
 	const std::vector<sBuilding> &GetBuildings() const { return buildings; }
 	const std::vector<sTree> &GetTrees() const { return trees; }
 	const std::vector<sCar> &GetCars() const { return cars; }
+	const std::vector<sLamp> &GetLamps() const { return lamps; }
 
 private:
 	struct sRect {
@@ -35,18 +36,24 @@ private:
 
 	bool				PaintGround( const tWords &words, std::string &problem );
 	bool				PaintRoad( const tWords &words, bool crossing, std::string &problem );
-	bool				PaintBuilding( const tWords &words, bool enterable, std::string &problem );
+	bool				PaintBuilding( const tWords &words, std::string &problem );
+	bool				PaintRoof( const tWords &words, std::string &problem );
+	bool				AddRoof( const std::string &word, const sRect &rect, bool solid, std::string &problem );
 	bool				PaintWall( const tWords &words, std::string &problem );
 	bool				PaintObjects( const tWords &words, eObject object, std::string &problem );
 	bool				PaintClosed( const tWords &words, std::string &problem );
 	bool				PlaceOne( const tWords &words, eObject object, std::string &problem );
 	bool				PlaceCar( const tWords &words, std::string &problem );
 	bool				PlaceTree( const tWords &words, std::string &problem );
+	bool				PlaceLamp( const tWords &words, std::string &problem );
+	// Whether the cells of the rectangle are free above, for a crown or a lamp's light.
+	bool				IsFreeAbove( int column0, int row0, int column1, int row1, const char *what, std::string &problem ) const;
 
 	std::vector<sTownCell>	cells;
 	std::vector<sBuilding>	buildings;
 	std::vector<sTree>		trees;
 	std::vector<sCar>		cars;
+	std::vector<sLamp>		lamps;
 };
 
 // Whether players walk on a kind of ground (when nothing stands on it).
