@@ -6,6 +6,7 @@
 #include "actors/Item.h"
 #include "actors/Player.h"
 #include "ai/Enemy.h"
+#include "app/GameState.h"
 #include "log/Log.h"
 #include "world/Scene.h"
 

@@ -29,13 +29,14 @@ bool CreateMainWindow( cSdlWindow &window, bool &fullscreen ) {
 }
 
 // Each pass handles one pending window event, or runs one frame when none is pending.
-void RunFrames() {
+void RunFrames( cSdlInputBackend &input ) {
 	for ( ;; ) {
 		SDL_Event event;
 		if ( SDL_PollEvent( &event ) ) {
 			if ( event.type == SDL_QUIT ) {	// the window closed, or SIGINT / SIGTERM
 				return;
 			}
+			input.HandleEvent( event );
 		} else if ( !game.Loop() ) {
 			return;
 		}
@@ -57,7 +58,7 @@ void RunGame() {
 	platform.input = &input;
 	platform.sound = &sound;
 	if ( game.Init( platform, fullscreen ) ) {
-		RunFrames();
+		RunFrames( input );
 	}
 	game.Finalize();
 }

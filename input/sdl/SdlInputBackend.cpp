@@ -11,14 +11,40 @@ namespace {
 
 const uint8_t KEY_HELD = 0x80;
 
+// SDL maps its buttons 1 left, 2 middle, 3 right; the game's are 0 left, 1 right, 2 middle.
+int GameButton( Uint8 sdlButton ) {
+	switch ( sdlButton ) {
+		case SDL_BUTTON_LEFT:	return 0;
+		case SDL_BUTTON_RIGHT:	return 1;
+		case SDL_BUTTON_MIDDLE:	return 2;
+		case SDL_BUTTON_X1:		return 3;
+		default:				return -1;
+	}
+}
+
 }
 
 cSdlInputBackend::cSdlInputBackend( const cSdlWindow &gameWindow ) : window( gameWindow ) {
 }
 
+void cSdlInputBackend::HandleEvent( const SDL_Event &event ) {
+	if ( event.type == SDL_KEYDOWN ) {
+		const int code = MapScancode( event.key.keysym.scancode );
+		if ( code != 0 ) {
+			keyPressed[code] = true;
+		}
+	} else if ( event.type == SDL_MOUSEBUTTONDOWN ) {
+		const int button = GameButton( event.button.button );
+		if ( button >= 0 ) {
+			buttonPressed[button] = true;
+		}
+	}
+}
+
 bool cSdlInputBackend::ReadKeyboard( uint8_t state[256] ) {
 	std::memset( state, 0, 256 );
 	if ( !window.HasInputFocus() ) {
+		std::memset( keyPressed, 0, sizeof( keyPressed ) );
 		return true;	// a key held while the focus went elsewhere counts as released
 	}
 	int count = 0;
@@ -27,6 +53,12 @@ bool cSdlInputBackend::ReadKeyboard( uint8_t state[256] ) {
 		const int code = MapScancode( static_cast<SDL_Scancode>( scancode ) );
 		if ( keys[scancode] && code != 0 ) {
 			state[code] = KEY_HELD;
+		}
+	}
+	for ( int code = 0; code < 256; code++ ) {
+		if ( keyPressed[code] ) {
+			state[code] = KEY_HELD;
+			keyPressed[code] = false;
 		}
 	}
 	return true;
@@ -44,10 +76,12 @@ bool cSdlInputBackend::ReadMouse( cMouseReading &reading ) {
 	const Uint32 buttons = SDL_GetMouseState( &windowX, &windowY );
 	reading.hasPosition = true;
 	window.WindowToScreen( windowX, windowY, reading.x, reading.y );
-	reading.buttons[0] = ( buttons & SDL_BUTTON_LMASK ) ? KEY_HELD : 0;
-	reading.buttons[1] = ( buttons & SDL_BUTTON_RMASK ) ? KEY_HELD : 0;
-	reading.buttons[2] = ( buttons & SDL_BUTTON_MMASK ) ? KEY_HELD : 0;
-	reading.buttons[3] = ( buttons & SDL_BUTTON_X1MASK ) ? KEY_HELD : 0;
+	const Uint32 masks[4] = { SDL_BUTTON_LMASK, SDL_BUTTON_RMASK, SDL_BUTTON_MMASK, SDL_BUTTON_X1MASK };
+	for ( int button = 0; button < 4; button++ ) {
+		const bool held = ( buttons & masks[button] ) != 0 || buttonPressed[button];
+		reading.buttons[button] = held ? KEY_HELD : 0;
+		buttonPressed[button] = false;
+	}
 	return true;
 }
 

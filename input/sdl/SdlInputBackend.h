@@ -1,6 +1,9 @@
 #pragma once
 // The keyboard and the mouse over SDL: the keyboard state mapped to the game's key codes, the
 // pointer's position mapped to the 640 x 480 screen. A window without the focus reports no key held.
+// A key or button pressed and released between two polls (a touchpad tap) still reads as held once.
+
+#include <SDL_events.h>
 
 #include <string>
 
@@ -11,6 +14,9 @@ class cSdlWindow;
 class cSdlInputBackend : public cInputBackend {
 public:
 	explicit		cSdlInputBackend( const cSdlWindow &window );
+
+	// Every window event passes here before the game's frame polls the devices.
+	void			HandleEvent( const SDL_Event &event );
 
 	bool			AcquireKeyboard() override { return true; }
 	bool			UnacquireKeyboard() override { return true; }
@@ -26,6 +32,8 @@ public:
 
 private:
 	const cSdlWindow &	window;
+	bool				keyPressed[256] = {};		// since the last poll, by key code
+	bool				buttonPressed[4] = {};		// since the last poll
 	std::string			errorCode;
 	std::string			errorText;
 };

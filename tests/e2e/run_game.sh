@@ -22,21 +22,33 @@ cd "$work"
 SDL_AUDIODRIVER=dummy "$game" > "$work/stdout.txt" 2>&1 &
 pid=$!
 
-# The question comes first, in a window of its own with the game's caption.
-question=$(timeout 20 xdotool search --sync --onlyvisible --name "Project Kormaveth 2D" | head -n 1) \
-  || fail "the full-screen question never appeared"
-xdotool windowfocus --sync "$question" 2>/dev/null || true
+# Windows titled like the game, one "id width height" a line. SDL names its windows in UTF-8,
+# which xdotool's name search does not read; xwininfo does.
+titled_windows() {
+  xwininfo -root -tree | awk '/"Project Kormaveth 2D"/ { split($(NF-1), size, /[x+]/); print $1, size[1], size[2] }'
+}
+
+# The question comes first, in a small window of its own with the game's caption.
+question=""
+for _ in $(seq 1 200); do
+  question=$(titled_windows | awk '$2 < 640 { print $1; exit }')
+  [ -n "$question" ] && break
+  kill -0 "$pid" 2>/dev/null || fail "the game ended before asking: $(cat "$work/stdout.txt")"
+  sleep 0.1
+done
+[ -n "$question" ] || fail "the full-screen question never appeared"
+sleep 0.3
+xdotool windowfocus "$question" 2>/dev/null || true
 xdotool key Escape
 
 # Then the game's window: the one whose size is a whole multiple of 640 x 480.
 window=""
 for _ in $(seq 1 100); do
-  for id in $(xdotool search --onlyvisible --name "^Project Kormaveth 2D$" 2>/dev/null); do
-    read -r width height < <(xwininfo -id "$id" | awk '/Width:/ {w=$2} /Height:/ {h=$2} END {print w, h}')
+  while read -r id width height; do
     if [ $((width % 640)) -eq 0 ] && [ $((width / 640 * 480)) -eq "$height" ]; then
       window=$id scale=$((width / 640))
     fi
-  done
+  done < <(titled_windows)
   [ -n "$window" ] && break
   kill -0 "$pid" 2>/dev/null || fail "the game ended before its window appeared: $(cat "$work/stdout.txt")"
   sleep 0.1
@@ -45,9 +57,12 @@ done
 xwininfo -id "$window" | grep -q "Map State: IsViewable" || fail "the window is not mapped"
 sleep 1
 shot="$artefacts/$scenario-main-menu.png"
-import -window "$window" "$shot" 2>/dev/null || fail "no screenshot of the window could be taken"
+# ImageMagick's own convert (the plain name may be shadowed by another tool); xwd grabs the window.
+convert=$(command -v convert-im6.q16 || command -v convert)
+timeout 10 xwd -silent -id "$window" | timeout 10 "$convert" xwd:- "$shot" \
+  || fail "no screenshot of the window could be taken"
 # The main menu is a picture: a screen of one flat colour (black when nothing was drawn) is a fault.
-spread=$(convert "$shot" -format '%[fx:standard_deviation]' info:) || fail "the screenshot cannot be read"
+spread=$("$convert" "$shot" -format '%[fx:standard_deviation]' info:) || fail "the screenshot cannot be read"
 awk -v s="$spread" 'BEGIN { exit !(s > 0) }' || fail "the screenshot of the main menu is one flat colour ($shot)"
 
 case "$scenario" in
