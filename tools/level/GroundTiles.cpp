@@ -13,7 +13,7 @@ const char *const GROUND_WORDS[GROUND_COUNT] = {
 // The looks of each kind of ground, by how often they show: a roll of 0 to 63 picks one.
 const int VARIANT_ROLLS = 64;
 const int VARIANT_WEIGHTS[GROUND_COUNT][6] = {
-	{ 28, 24, 6, 2, 2, 2 },		// asphalt: plain, coarse, crack, patch, puddle, manhole
+	{ 29, 24, 6, 2, 1, 2 },		// asphalt: plain, coarse, crack, patch, puddle, manhole
 	{ 36, 12, 8, 6, 2, 0 },		// sidewalk: plain, stain, crack, leaves, drain
 	{ 40, 10, 10, 4, 0, 0 },	// plaza: plain, crack, moss, inlay
 	{ 64, 0, 0, 0, 0, 0 },		// carpet
@@ -45,9 +45,12 @@ void PaintCrack( cTileCanvas &tile, uint32_t &seed, uint32_t colour, uint32_t ed
 void PaintPuddle( cTileCanvas &tile, uint32_t &seed ) {
 	const float cx = 12.0f + RandomBelow( seed, 8 );
 	const float cy = 12.0f + RandomBelow( seed, 8 );
-	tile.FillEllipse( cx, cy, 10.0f, 6.0f, db32::INDIGO );
-	tile.FillEllipse( cx + 1.0f, cy, 7.0f, 4.0f, db32::NAVY );
-	tile.DitherRect( int( cx ) - 10, int( cy ) - 6, 20, 12, db32::INDIGO, 0 );
+	// Water gathers in a few overlapping hollows, dark at the rim, catching the sky in the middle.
+	tile.FillEllipse( cx, cy, 9.0f, 5.0f, db32::INDIGO );
+	tile.FillEllipse( cx + 5.0f, cy + 3.0f, 6.0f, 4.0f, db32::INDIGO );
+	tile.FillEllipse( cx - 5.0f, cy + 2.0f, 4.0f, 3.0f, db32::INDIGO );
+	tile.FillEllipse( cx + 1.0f, cy + 1.0f, 6.0f, 3.0f, db32::NAVY );
+	tile.Speckle( seed, int( cx ) - 9, int( cy ) - 5, 20, 12, db32::SLATE, 10 );
 	// The lamps of the street glint in the water.
 	tile.Set( int( cx ) - 3, int( cy ) - 2, db32::ICE );
 	tile.Set( int( cx ) - 2, int( cy ) - 2, db32::SKY );
@@ -84,7 +87,7 @@ void PaintAsphalt( cTileCanvas &tile, int variant, uint32_t &seed ) {
 	case 3: {
 		const int x = 4 + RandomBelow( seed, 8 );
 		const int y = 5 + RandomBelow( seed, 8 );
-		tile.DitherRect( x, y, 16, 12, db32::INK, 7 );
+		tile.DitherRect( x, y, 16, 12, db32::INK, 4 );
 		tile.DitherRect( x, y, 16, 1, db32::GREY_DEEP, 10 );
 		tile.DitherRect( x, y, 1, 12, db32::GREY_DEEP, 10 );
 		break;

@@ -27,11 +27,15 @@ bool WriteLayer( const std::string &path, const std::vector<int32_t> &layer ) {
 
 }
 
+// The cell's numbers are mixed until every bit of the result depends on all of them, so that
+// neighbouring cells get unrelated looks.
 uint32_t HashCell( int column, int row, uint32_t salt ) {
 	uint32_t hash = uint32_t( column ) * 73856093u ^ uint32_t( row ) * 19349663u ^ salt * 83492791u;
+	hash ^= hash >> 16;
+	hash *= 0x85EBCA6Bu;
 	hash ^= hash >> 13;
-	hash *= 0x5BD1E995u;
-	hash ^= hash >> 15;
+	hash *= 0xC2B2AE35u;
+	hash ^= hash >> 16;
 	return hash;
 }
 

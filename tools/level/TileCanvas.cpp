@@ -218,15 +218,17 @@ void cTileCanvas::Speckle( uint32_t &seed, int x, int y, int w, int h, uint32_t 
 	}
 }
 
+// A shape that reaches the canvas's border goes on into the next cell: no edge there.
 void cTileCanvas::LightEdges() {
 	const cTileCanvas shape = *this;
+	auto isOpen = [&shape]( int x, int y ) { return shape.IsInside( x, y ) && shape.IsEmpty( x, y ); };
 	for ( int y = 0; y < height; y++ ) {
 		for ( int x = 0; x < width; x++ ) {
 			if ( shape.IsEmpty( x, y ) ) {
 				continue;
 			}
-			const bool litSide = shape.IsEmpty( x - 1, y ) || shape.IsEmpty( x, y - 1 );
-			const bool darkSide = shape.IsEmpty( x + 1, y ) || shape.IsEmpty( x, y + 1 );
+			const bool litSide = isOpen( x - 1, y ) || isOpen( x, y - 1 );
+			const bool darkSide = isOpen( x + 1, y ) || isOpen( x, y + 1 );
 			if ( litSide && !darkSide ) {
 				Set( x, y, LighterColour( shape.Get( x, y ) ) );
 			} else if ( darkSide && !litSide ) {

@@ -38,7 +38,7 @@ public:
 	void			Speckle( uint32_t &seed, int x, int y, int w, int h, uint32_t argb, int chance );
 
 	// Light from the top-left on a shape drawn over transparency: its outer pixels facing up or
-	// left step lighter, those facing down or right step darker.
+	// left step lighter, those facing down or right step darker. The canvas's border is no edge.
 	void			LightEdges();
 	// Paints a translucent dark copy of the shape's silhouette, offset down and to the right,
 	// into the transparent pixels around it.
