@@ -134,26 +134,8 @@ void PaintCrosswalk( cTileCanvas &tile, eAxis axis, uint32_t &seed ) {
 	}
 }
 
-void PaintSidewalk( cTileCanvas &tile, int variant, uint32_t &seed ) {
-	tile.Fill( db32::GREY_DARK );
-	tile.Speckle( seed, 0, 0, TILE_SIZE, TILE_SIZE, db32::GREY_DEEP, 22 );
-	tile.Speckle( seed, 0, 0, TILE_SIZE, TILE_SIZE, db32::GREY, 10 );
-	for ( int slab = 0; slab < 4; slab++ ) {
-		const int x = 16 * ( slab % 2 );
-		const int y = 16 * ( slab / 2 );
-		const int tone = RandomBelow( seed, 8 );
-		if ( tone == 0 ) {
-			tile.Speckle( seed, x, y, 16, 16, db32::GREY, 40 );
-		} else if ( tone == 1 ) {
-			tile.Speckle( seed, x, y, 16, 16, db32::GREY_DEEP, 60 );
-		}
-		tile.DitherRect( x + 1, y + 1, 14, 1, db32::GREY, 6 );
-	}
-	// Joints on the top and left of every slab only, so that neighbouring tiles complete them.
-	tile.FillRect( 0, 0, TILE_SIZE, 1, db32::GREY_DEEP );
-	tile.FillRect( 0, 16, TILE_SIZE, 1, db32::GREY_DEEP );
-	tile.FillRect( 0, 0, 1, TILE_SIZE, db32::GREY_DEEP );
-	tile.FillRect( 16, 0, 1, TILE_SIZE, db32::GREY_DEEP );
+// What lies on a slab: a stain, a crack, fallen leaves, a drain.
+void PaintSidewalkMarks( cTileCanvas &tile, int variant, uint32_t &seed ) {
 	switch ( variant ) {
 	case 1:
 		tile.FillEllipse( 8.0f + RandomBelow( seed, 16 ), 8.0f + RandomBelow( seed, 16 ), 6.0f, 4.0f, db32::GREY_DEEP );
@@ -180,6 +162,29 @@ void PaintSidewalk( cTileCanvas &tile, int variant, uint32_t &seed ) {
 	default:
 		break;
 	}
+}
+
+void PaintSidewalk( cTileCanvas &tile, int variant, uint32_t &seed ) {
+	tile.Fill( db32::GREY_DARK );
+	tile.Speckle( seed, 0, 0, TILE_SIZE, TILE_SIZE, db32::GREY_DEEP, 22 );
+	tile.Speckle( seed, 0, 0, TILE_SIZE, TILE_SIZE, db32::GREY, 10 );
+	for ( int slab = 0; slab < 4; slab++ ) {
+		const int x = 16 * ( slab % 2 );
+		const int y = 16 * ( slab / 2 );
+		const int tone = RandomBelow( seed, 8 );
+		if ( tone == 0 ) {
+			tile.Speckle( seed, x, y, 16, 16, db32::GREY, 40 );
+		} else if ( tone == 1 ) {
+			tile.Speckle( seed, x, y, 16, 16, db32::GREY_DEEP, 60 );
+		}
+		tile.DitherRect( x + 1, y + 1, 14, 1, db32::GREY, 6 );
+	}
+	// Joints on the top and left of every slab only, so that neighbouring tiles complete them.
+	tile.FillRect( 0, 0, TILE_SIZE, 1, db32::GREY_DEEP );
+	tile.FillRect( 0, 16, TILE_SIZE, 1, db32::GREY_DEEP );
+	tile.FillRect( 0, 0, 1, TILE_SIZE, db32::GREY_DEEP );
+	tile.FillRect( 16, 0, 1, TILE_SIZE, db32::GREY_DEEP );
+	PaintSidewalkMarks( tile, variant, seed );
 }
 
 // The curb is the sidewalk's raised edge: its face towards the light (north, west) is lit, the

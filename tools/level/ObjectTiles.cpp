@@ -181,6 +181,25 @@ void PaintHedge( cTileCanvas &tile, int joins, uint32_t &seed ) {
 	tile.CastShadow( 3, 3, SHADOW_ALPHA );
 }
 
+// The handle and the lock sit where the two leaves meet, or away from the hinge of a single door;
+// the lock's light spills on the floor plates either side.
+void PaintDoorLock( cTileCanvas &tile, int joins ) {
+	const int lockX = ( joins & SIDE_EAST ) ? 25 : ( joins & SIDE_WEST ) ? 4 : 22;
+	tile.FillRect( lockX, 14, 3, 4, db32::STEEL );
+	tile.Set( lockX, 14, db32::ICE );
+	const int lightX = lockX < 16 ? lockX + 5 : lockX - 7;
+	tile.FillRect( lightX, 14, 4, 4, db32::VIOLET );
+	tile.FillRect( lightX + 1, 15, 2, 2, db32::PINK );
+	tile.Set( lightX + 1, 15, db32::WHITE );
+	tile.Set( lightX - 1, 15, db32::CYAN );
+	tile.Set( lightX + 4, 16, db32::CYAN );
+	for ( int side = 0; side < 2; side++ ) {
+		const int y = side == 0 ? 4 : 23;
+		tile.DitherRect( lightX - 3, y, 10, 5, db32::VIOLET, side == 0 ? 5 : 7 );
+		tile.DitherRect( lightX - 1, y + ( side == 0 ? 3 : 0 ), 6, 2, db32::PINK, 4 );
+	}
+}
+
 // A steel door seen from above, its leaf lying in the wall's run (here along the row). The lock
 // glows in lumra's violet and teal: only she opens it.
 void PaintDoorAlongRow( cTileCanvas &tile, int joins, uint32_t &seed ) {
@@ -212,22 +231,7 @@ void PaintDoorAlongRow( cTileCanvas &tile, int joins, uint32_t &seed ) {
 		tile.FillRect( 28, 6, 1, 20, db32::STEEL );
 		tile.FillRect( 31, 6, 1, 20, db32::SLATE );
 	}
-	// The handle and the lock sit where the two leaves meet, or away from the hinge of a single door.
-	const int lockX = ( joins & SIDE_EAST ) ? 25 : ( joins & SIDE_WEST ) ? 4 : 22;
-	tile.FillRect( lockX, 14, 3, 4, db32::STEEL );
-	tile.Set( lockX, 14, db32::ICE );
-	const int lightX = lockX < 16 ? lockX + 5 : lockX - 7;
-	tile.FillRect( lightX, 14, 4, 4, db32::VIOLET );
-	tile.FillRect( lightX + 1, 15, 2, 2, db32::PINK );
-	tile.Set( lightX + 1, 15, db32::WHITE );
-	tile.Set( lightX - 1, 15, db32::CYAN );
-	tile.Set( lightX + 4, 16, db32::CYAN );
-	// The glow spills on the floor plates either side.
-	for ( int side = 0; side < 2; side++ ) {
-		const int y = side == 0 ? 4 : 23;
-		tile.DitherRect( lightX - 3, y, 10, 5, db32::VIOLET, side == 0 ? 5 : 7 );
-		tile.DitherRect( lightX - 1, y + ( side == 0 ? 3 : 0 ), 6, 2, db32::PINK, 4 );
-	}
+	PaintDoorLock( tile, joins );
 	tile.Speckle( seed, 0, 10, TILE_SIZE, 12, db32::INDIGO, 10 );
 }
 

@@ -128,6 +128,26 @@ void PaintMetalRoof( cTileCanvas &tile, const sRoofLook &look, uint32_t &seed ) 
 	PaintParapet( tile, look.edges, db32::GREY_DEEP, db32::GREY, db32::INK );
 }
 
+// Eaves along the slopes' lower ends, barge boards along the gables.
+void PaintPitchedEdges( cTileCanvas &tile, bool clay, int edges ) {
+	const int last = TILE_SIZE - 1;
+	if ( edges & SIDE_NORTH ) tile.FillRect( 0, 0, TILE_SIZE, 2, db32::INK );
+	if ( edges & SIDE_SOUTH ) tile.FillRect( 0, last - 1, TILE_SIZE, 2, db32::INK );
+	if ( edges & SIDE_WEST ) {
+		tile.FillRect( 0, 0, 3, TILE_SIZE, clay ? db32::BROWN : db32::GREY );
+		tile.FillRect( 0, 0, 1, TILE_SIZE, db32::INK );
+	}
+	if ( edges & SIDE_EAST ) {
+		tile.FillRect( last - 2, 0, 3, TILE_SIZE, db32::PLUM );
+		tile.FillRect( last, 0, 1, TILE_SIZE, db32::INK );
+	}
+	// The eaves overhang the walls a little: their outer pixel lets the wall show through.
+	for ( int i = 0; i < TILE_SIZE; i++ ) {
+		if ( edges & SIDE_SOUTH ) tile.Set( i, last, db32::WithAlpha( db32::INK, 0xA0 ) );
+		if ( edges & SIDE_EAST ) tile.Set( last, i, db32::WithAlpha( db32::INK, 0xA0 ) );
+	}
+}
+
 // A pitched roof with its ridge along the row: clay or slate courses on the slope that faces the
 // light, darker ones on the slope that faces away, a capped ridge between them.
 void PaintPitchedAlongRow( cTileCanvas &tile, eRoof roof, eRoofSlope slope, int edges, uint32_t &seed ) {
@@ -156,22 +176,7 @@ void PaintPitchedAlongRow( cTileCanvas &tile, eRoof roof, eRoofSlope slope, int 
 			tile.FillRect( 0, y, TILE_SIZE, 1, cap );
 		}
 	}
-	const int last = TILE_SIZE - 1;
-	if ( edges & SIDE_NORTH ) tile.FillRect( 0, 0, TILE_SIZE, 2, db32::INK );
-	if ( edges & SIDE_SOUTH ) tile.FillRect( 0, last - 1, TILE_SIZE, 2, db32::INK );
-	if ( edges & SIDE_WEST ) {
-		tile.FillRect( 0, 0, 3, TILE_SIZE, clay ? db32::BROWN : db32::GREY );
-		tile.FillRect( 0, 0, 1, TILE_SIZE, db32::INK );
-	}
-	if ( edges & SIDE_EAST ) {
-		tile.FillRect( last - 2, 0, 3, TILE_SIZE, db32::PLUM );
-		tile.FillRect( last, 0, 1, TILE_SIZE, db32::INK );
-	}
-	// The eaves overhang the walls a little: their outer pixel lets the wall show through.
-	for ( int i = 0; i < TILE_SIZE; i++ ) {
-		if ( edges & SIDE_SOUTH ) tile.Set( i, last, db32::WithAlpha( db32::INK, 0xA0 ) );
-		if ( edges & SIDE_EAST ) tile.Set( last, i, db32::WithAlpha( db32::INK, 0xA0 ) );
-	}
+	PaintPitchedEdges( tile, clay, edges );
 }
 
 void PaintPitchedRoof( cTileCanvas &tile, const sRoofLook &look, uint32_t &seed ) {
