@@ -52,7 +52,7 @@ std::unique_ptr<cScene> MakeDrawnScene( const std::vector<int32_t> &base, const 
 // The running game's scene and lists, the game state and a manual clock, for one test.
 class cWorldTest : public ::testing::Test {
 protected:
-	static const uint32_t START_TICKS = 100000;		// in msec: well past any alert stamp of 0
+	static constexpr uint32_t START_TICKS = 100000;		// in msec: well past any alert stamp of 0
 
 						cWorldTest();
 						~cWorldTest() override;
