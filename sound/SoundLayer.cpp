@@ -1,5 +1,6 @@
 #include "sound/SoundLayer.h"
 
+#include <cassert>
 #include <string>
 
 #include "log/Log.h"
@@ -8,12 +9,12 @@
 
 namespace {
 
+// In id order: a sound's id is its place in this table.
 const char *const SOUND_FILES[SOUND_COUNT] = {
 	"menu.wav", "streets.wav", "boss.wav", "explosion.wav", "tavesh_shot.wav", "lumra_shot.wav",
 	"enemy_shot.wav", "machinegun.wav", "skill.wav", "item.wav", "heartbeat.wav", "LvlComplete.wav",
 	"GameOver.wav", "open_box.wav", "door_open.wav",
 };
-const char *const SOUND_FOLDER = "./resources/audio/";
 
 }
 
@@ -31,13 +32,13 @@ bool cSoundLayer::Init( cSoundBackend *soundBackend ) {
 }
 
 // Stops at the first sound that fails: it and every sound after it stay silent.
-bool cSoundLayer::LoadSounds() {
+bool cSoundLayer::LoadSounds( const char *folder ) {
 	if ( !enabled ) {
 		return true;
 	}
 	cLog::Instance();
 	for ( int id = 0; id < SOUND_COUNT; id++ ) {
-		const std::string path = std::string( SOUND_FOLDER ) + SOUND_FILES[id];
+		const std::string path = std::string( folder ) + SOUND_FILES[id];
 		if ( !LoadWave( path.c_str(), id ) ) {
 			cLog::Write( ( std::string( "Error loading " ) + SOUND_FILES[id] ).c_str() );
 			return false;
@@ -51,9 +52,11 @@ bool cSoundLayer::LoadWave( const char *path, int slot ) {
 		return true;
 	}
 	cLog::Instance();
+	assert( IsValidId( slot ) );
 	if ( !IsValidId( slot ) ) {
 		return false;
 	}
+	ReleaseSound( slot );
 	cWave wave;
 	std::string error;
 	if ( !ReadWaveFile( path, wave, error ) ) {
@@ -68,6 +71,7 @@ bool cSoundLayer::LoadWave( const char *path, int slot ) {
 	return true;
 }
 
+// Asking for the music already playing leaves it undisturbed; it does not start again.
 bool cSoundLayer::PlayMusic( int id ) {
 	if ( !enabled ) {
 		return true;
@@ -99,12 +103,17 @@ bool cSoundLayer::PlaySound( int id, bool loop ) {
 	return true;
 }
 
-// A sound that never loaded plays as silence: the game asked for it, nothing is wrong with the game.
+// From the beginning, even when the sound is still playing: one id never sounds twice at once.
+// A sound that never loaded plays as silence; the game asked for it, nothing is wrong with the game.
 bool cSoundLayer::PlayBuffer( int id, bool loop, int32_t volume ) {
-	if ( !enabled || !IsLoaded( id ) ) {
+	if ( !enabled ) {
 		return true;
 	}
 	cLog::Instance();
+	assert( IsValidId( id ) );
+	if ( !IsLoaded( id ) ) {
+		return true;
+	}
 	if ( !backend->Play( id, loop, volume ) ) {
 		cLog::Write( "Error playing DirectSound secondary buffer" );
 		return false;
@@ -112,11 +121,16 @@ bool cSoundLayer::PlayBuffer( int id, bool loop, int32_t volume ) {
 	return true;
 }
 
+// The current music stays current when it is stopped.
 bool cSoundLayer::Stop( int id ) {
-	if ( !enabled || !IsLoaded( id ) ) {
+	if ( !enabled ) {
 		return true;
 	}
 	cLog::Instance();
+	assert( IsValidId( id ) );
+	if ( !IsLoaded( id ) ) {
+		return true;
+	}
 	if ( !backend->Stop( id ) ) {
 		cLog::Write( "Error stopping DirectSound secondary buffer" );
 		return false;
@@ -124,16 +138,21 @@ bool cSoundLayer::Stop( int id ) {
 	return true;
 }
 
+// Gives back whatever was made, also after a failed Init or a failed load.
 void cSoundLayer::Release() {
 	if ( backend != nullptr ) {
 		for ( int id = 0; id < SOUND_COUNT; id++ ) {
-			if ( loaded[id] ) {
-				backend->ReleaseSound( id );
-				loaded[id] = false;
-			}
+			ReleaseSound( id );
 		}
 		backend->Close();
 		backend = nullptr;
 	}
 	enabled = false;
+}
+
+void cSoundLayer::ReleaseSound( int id ) {
+	if ( loaded[id] ) {
+		backend->ReleaseSound( id );
+		loaded[id] = false;
+	}
 }

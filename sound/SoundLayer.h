@@ -13,12 +13,14 @@ public:
 	static const int32_t VOLUME_MUSIC = -1000;		// in hundredths of a decibel
 	static const int32_t VOLUME_EFFECT = -500;
 	static const int32_t VOLUME_FULL = 0;
+	static constexpr const char *SOUND_FOLDER = "./resources/audio/";
 
 						cSoundLayer() = default;
 	virtual				~cSoundLayer() = default;
 
 	bool				Init( cSoundBackend *backend );
-	bool				LoadSounds();
+	// From the game's audio folder, or from another folder holding the same fifteen files.
+	bool				LoadSounds( const char *folder = SOUND_FOLDER );
 	bool				LoadWave( const char *path, int slot );
 	bool				PlayMusic( int id );
 	bool				PlaySound( int id, bool loop );
@@ -34,6 +36,7 @@ public:
 
 private:
 	static bool			IsValidId( int id ) { return id >= 0 && id < SOUND_COUNT; }
+	void				ReleaseSound( int id );
 
 	bool				enabled = false;
 	cSoundBackend *		backend = nullptr;			// not owned

@@ -5,11 +5,12 @@ bool cRecordingSoundBackend::Open() {
 	return open;
 }
 
-bool cRecordingSoundBackend::CreateSound( int id, const cWaveFormat &format, const uint8_t *, uint32_t ) {
-	if ( id < 0 || id >= SOUND_COUNT ) {
+bool cRecordingSoundBackend::CreateSound( int id, const cWaveFormat &format, const uint8_t *, uint32_t size ) {
+	if ( failCreate || !open || id < 0 || id >= SOUND_COUNT ) {
 		return false;
 	}
 	formats[id] = format;
+	sizes[id] = size;
 	created[id] = true;
 	return true;
 }
@@ -17,6 +18,7 @@ bool cRecordingSoundBackend::CreateSound( int id, const cWaveFormat &format, con
 void cRecordingSoundBackend::ReleaseSound( int id ) {
 	if ( id >= 0 && id < SOUND_COUNT ) {
 		created[id] = false;
+		sizes[id] = 0;
 	}
 }
 
@@ -29,6 +31,9 @@ bool cRecordingSoundBackend::Play( int id, bool loop, int32_t volume ) {
 }
 
 bool cRecordingSoundBackend::Stop( int id ) {
+	if ( failStop ) {
+		return false;
+	}
 	events.push_back( cEvent { false, id, false, 0 } );
 	return true;
 }

@@ -17,8 +17,11 @@ public:
 		int32_t		volume;			// in hundredths of a decibel
 	};
 
+	// A device that cannot be opened, a sound the platform refuses, plays and stops that fail.
 	void			SetFailOpen( bool fail ) { failOpen = fail; }
+	void			SetFailCreate( bool fail ) { failCreate = fail; }
 	void			SetFailPlay( bool fail ) { failPlay = fail; }
+	void			SetFailStop( bool fail ) { failStop = fail; }
 
 	bool			Open() override;
 	void			Close() override { open = false; }
@@ -35,12 +38,16 @@ public:
 	bool			IsOpen() const { return open; }
 	int				GetSoundCount() const;	// sounds created and not yet released
 	const cWaveFormat &GetFormat( int id ) const { return formats[id]; }
+	uint32_t		GetSampleBytes( int id ) const { return sizes[id]; }	// as handed over at load
 
 private:
 	std::vector<cEvent>	events;
 	cWaveFormat			formats[SOUND_COUNT];
+	uint32_t			sizes[SOUND_COUNT] = {};
 	bool				created[SOUND_COUNT] = {};
 	bool				open = false;
 	bool				failOpen = false;
+	bool				failCreate = false;
 	bool				failPlay = false;
+	bool				failStop = false;
 };

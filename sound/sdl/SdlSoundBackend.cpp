@@ -32,11 +32,15 @@ bool cSdlSoundBackend::Open() {
 		return Fail( "SDL_InitSubSystem(SDL_INIT_AUDIO)" );
 	}
 	audioStarted = true;
-	if ( Mix_OpenAudio( OUTPUT_RATE, OUTPUT_FORMAT, OUTPUT_CHANNELS, MIXER_BUFFER ) != 0 ) {
-		return Fail( "Mix_OpenAudio()" );
+	// No format changes allowed: SDL converts to the card's own format if it differs, so every
+	// sound converted at load time stays right.
+	if ( Mix_OpenAudioDevice( OUTPUT_RATE, OUTPUT_FORMAT, OUTPUT_CHANNELS, MIXER_BUFFER, nullptr, 0 ) != 0 ) {
+		return Fail( "Mix_OpenAudioDevice()" );
 	}
 	mixerOpen = true;
-	Mix_AllocateChannels( SOUND_COUNT );
+	if ( Mix_AllocateChannels( SOUND_COUNT ) != SOUND_COUNT ) {
+		return Fail( "Mix_AllocateChannels()" );
+	}
 	return true;
 }
 
@@ -56,7 +60,8 @@ void cSdlSoundBackend::Close() {
 
 // Converted once to the output's format, so that playing allocates nothing.
 bool cSdlSoundBackend::CreateSound( int id, const cWaveFormat &format, const uint8_t *samples, uint32_t size ) {
-	if ( !mixerOpen || !IsValidId( id ) ) {
+	if ( !mixerOpen || !IsValidId( id ) || samples == nullptr || size == 0 ) {
+		errorText = "CreateSound(): no output open, no such sound id or no samples";
 		return false;
 	}
 	ReleaseSound( id );
@@ -118,4 +123,8 @@ bool cSdlSoundBackend::Stop( int id ) {
 		Mix_HaltChannel( id );
 	}
 	return true;
+}
+
+uint32_t cSdlSoundBackend::GetSampleBytes( int id ) const {
+	return IsValidId( id ) && sounds[id].chunk != nullptr ? sounds[id].chunk->alen : 0;
 }

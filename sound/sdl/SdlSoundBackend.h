@@ -24,6 +24,9 @@ public:
 	bool			Stop( int id ) override;
 	const char *	GetErrorText() const override { return errorText.c_str(); }
 
+	// Bytes of a sound in the output's format; 0 when it was not made.
+	uint32_t		GetSampleBytes( int id ) const;
+
 	// Mixer volume (0-128) of an attenuation in hundredths of a decibel.
 	static int		ToMixerVolume( int32_t volume );
 
