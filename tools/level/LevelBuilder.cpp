@@ -234,7 +234,8 @@ bool cLevelBuilder::IsRaised( int column, int row ) const {
 		return false;
 	}
 	const eObject object = plan.GetCell( column, row ).object;
-	return object == OBJECT_WALL || object == OBJECT_DOOR || object == OBJECT_HEDGE || object == OBJECT_PILLAR;
+	return object == OBJECT_WALL || object == OBJECT_DOOR || object == OBJECT_HEDGE || object == OBJECT_PILLAR
+		|| object == OBJECT_THRONE;
 }
 
 int cLevelBuilder::GetShadows( int column, int row ) const {

@@ -416,6 +416,27 @@ void PaintLampPost( cTileCanvas &tile ) {
 	tile.CastShadow( 3, 3, SHADOW_ALPHA );
 }
 
+// The boss's throne seen from above, its back to the west and its seat towards the gate: a gold
+// frame, a red cushion, dark violet armrests.
+void PaintThrone( cTileCanvas &tile ) {
+	tile.FillRect( 2, 3, 8, 26, db32::GOLD_DARK );
+	tile.FillRect( 3, 4, 6, 24, db32::TAN );
+	tile.FillRect( 5, 6, 2, 20, db32::GOLD_DARK );
+	tile.FillRect( 10, 5, 18, 22, db32::BROWN_DARK );
+	tile.FillRect( 11, 8, 15, 16, db32::RED );
+	tile.FillRect( 11, 8, 15, 1, db32::ROSE );
+	tile.FillRect( 11, 8, 1, 16, db32::ROSE );
+	tile.Set( 18, 15, db32::BROWN_DARK );
+	tile.FillRect( 10, 3, 19, 4, db32::PLUM );
+	tile.FillRect( 10, 25, 19, 4, db32::PLUM );
+	tile.FillRect( 26, 3, 3, 4, db32::GOLD_DARK );
+	tile.FillRect( 26, 25, 3, 4, db32::GOLD_DARK );
+	tile.Set( 5, 4, db32::YELLOW );
+	tile.Set( 5, 27, db32::YELLOW );
+	tile.LightEdges();
+	tile.CastShadow( 3, 3, SHADOW_ALPHA );
+}
+
 struct sCarColours {
 	uint32_t	light;
 	uint32_t	body;
@@ -532,6 +553,7 @@ std::string GetObjectTileName( const sObjectLook &look ) {
 	case OBJECT_BIN: return "bin." + std::to_string( look.variant );
 	case OBJECT_TRUNK: return "tree-pit";
 	case OBJECT_LAMP: return "lamp-post";
+	case OBJECT_THRONE: return "throne";
 	case OBJECT_CAR:
 		return std::string( "car." ) + CAR_WORDS[look.colour] + "." + FACING_WORDS[look.facing] + ( look.front ? ".front" : ".rear" );
 	default: return "nothing";
@@ -552,6 +574,7 @@ void PaintObject( cTileCanvas &tile, const sObjectLook &look ) {
 	case OBJECT_BIN: PaintBin( tile, look.variant ); break;
 	case OBJECT_TRUNK: PaintTrunk( tile ); break;
 	case OBJECT_LAMP: PaintLampPost( tile ); break;
+	case OBJECT_THRONE: PaintThrone( tile ); break;
 	case OBJECT_CAR: PaintCar( tile, look, seed ); break;
 	default: break;
 	}

@@ -2,7 +2,7 @@
 // The tiles of the object layer: what stands on a cell and blocks the way. Walls seen from above,
 // fences and hedges that join their neighbours, the doors only lumra opens, the crate that opens,
 // crates and barriers for cover, the courtyard's brazier pillars, bins, tree pits, lamp posts,
-// parked cars.
+// parked cars, the boss's throne.
 
 #include <string>
 

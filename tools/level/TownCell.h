@@ -29,7 +29,8 @@ enum eObject {
 	OBJECT_BIN,
 	OBJECT_CAR,
 	OBJECT_TRUNK,
-	OBJECT_LAMP			// a street lamp's post
+	OBJECT_LAMP,		// a street lamp's post
+	OBJECT_THRONE		// the boss's seat at the end of the courtyard
 };
 
 enum eMaterial {

@@ -146,6 +146,7 @@ bool cTownPlan::RunCommand( const tWords &words, std::string &problem ) {
 	if ( command == "pillar" ) return PaintObjects( words, OBJECT_PILLAR, problem );
 	if ( command == "box" ) return PlaceOne( words, OBJECT_BOX, problem );
 	if ( command == "bin" ) return PlaceOne( words, OBJECT_BIN, problem );
+	if ( command == "throne" ) return PlaceOne( words, OBJECT_THRONE, problem );
 	if ( command == "car" ) return PlaceCar( words, problem );
 	if ( command == "tree" ) return PlaceTree( words, problem );
 	if ( command == "lamp" ) return PlaceLamp( words, problem );
