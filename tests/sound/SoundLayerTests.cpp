@@ -181,17 +181,6 @@ TEST_F( SoundLayerTest, EffectsPlayAtMinusFiveDecibelsAndTheHeartbeatAtFullVolum
 	EXPECT_EQ( layer.GetCurrentMusic(), -1 ) << "a music id played as a sound is not the current music";
 }
 
-// Every play goes to the device, which starts the sound over: two quick shots are two starts.
-TEST_F( SoundLayerTest, PlayingASoundAgainStartsItAgain ) {
-	StartWithAllSounds();
-	layer.PlaySound( SOUND_TAVESH_SHOT, false );
-	layer.PlaySound( SOUND_TAVESH_SHOT, false );
-	layer.Stop( SOUND_TAVESH_SHOT );
-	EXPECT_EQ( backend.GetEvents(), std::vector<tEvent>( { Played( SOUND_TAVESH_SHOT, false, -500 ),
-														   Played( SOUND_TAVESH_SHOT, false, -500 ),
-														   Stopped( SOUND_TAVESH_SHOT ) } ) );
-}
-
 TEST_F( SoundLayerTest, AFailedPlayIsLoggedAndKeepsTheOldMusic ) {
 	StartWithAllSounds();
 	layer.PlayMusic( SOUND_MENU_MUSIC );
@@ -249,10 +238,4 @@ TEST_F( SoundLayerTest, ReleaseGivesEverythingBackAndSilencesTheLayer ) {
 	EXPECT_TRUE( layer.PlaySound( SOUND_EXPLOSION, false ) );
 	EXPECT_TRUE( backend.GetEvents().empty() );
 	layer.Release();	// twice, as after a failed start and the shut-down
-}
-
-TEST_F( SoundLayerTest, LoadsTheGamesOwnSoundFolder ) {
-	ASSERT_TRUE( layer.Init( &backend ) );
-	EXPECT_TRUE( layer.LoadSounds() ) << log.GetText();
-	EXPECT_EQ( backend.GetSoundCount(), SOUND_COUNT );
 }
