@@ -129,28 +129,39 @@ sTownCell &cTownPlan::At( int column, int row ) {
 	return cells[size_t( CellIndex( column, row ) )];
 }
 
+// The commands of the description, each with what it paints.
 bool cTownPlan::RunCommand( const tWords &words, std::string &problem ) {
-	const std::string &command = words[0];
-	if ( command == "ground" ) return PaintGround( words, problem );
-	if ( command == "road" ) return PaintRoad( words, false, problem );
-	if ( command == "crosswalk" ) return PaintRoad( words, true, problem );
-	if ( command == "closed" ) return PaintClosed( words, problem );
-	if ( command == "building" ) return PaintBuilding( words, problem );
-	if ( command == "roof" ) return PaintRoof( words, problem );
-	if ( command == "wall" ) return PaintWall( words, problem );
-	if ( command == "fence" ) return PaintObjects( words, OBJECT_FENCE, problem );
-	if ( command == "hedge" ) return PaintObjects( words, OBJECT_HEDGE, problem );
-	if ( command == "door" ) return PaintObjects( words, OBJECT_DOOR, problem );
-	if ( command == "crates" ) return PaintObjects( words, OBJECT_CRATES, problem );
-	if ( command == "barrier" ) return PaintObjects( words, OBJECT_BARRIER, problem );
-	if ( command == "pillar" ) return PaintObjects( words, OBJECT_PILLAR, problem );
-	if ( command == "box" ) return PlaceOne( words, OBJECT_BOX, problem );
-	if ( command == "bin" ) return PlaceOne( words, OBJECT_BIN, problem );
-	if ( command == "throne" ) return PlaceOne( words, OBJECT_THRONE, problem );
-	if ( command == "car" ) return PlaceCar( words, problem );
-	if ( command == "tree" ) return PlaceTree( words, problem );
-	if ( command == "lamp" ) return PlaceLamp( words, problem );
-	problem = "unknown command '" + command + "'";
+	typedef bool ( *tRun )( cTownPlan &plan, const tWords &words, std::string &problem );
+	static const struct {
+		const char *	word;
+		tRun			run;
+	} COMMANDS[] = {
+		{ "ground", []( cTownPlan &p, const tWords &w, std::string &e ) { return p.PaintGround( w, e ); } },
+		{ "road", []( cTownPlan &p, const tWords &w, std::string &e ) { return p.PaintRoad( w, false, e ); } },
+		{ "crosswalk", []( cTownPlan &p, const tWords &w, std::string &e ) { return p.PaintRoad( w, true, e ); } },
+		{ "closed", []( cTownPlan &p, const tWords &w, std::string &e ) { return p.PaintClosed( w, e ); } },
+		{ "building", []( cTownPlan &p, const tWords &w, std::string &e ) { return p.PaintBuilding( w, e ); } },
+		{ "roof", []( cTownPlan &p, const tWords &w, std::string &e ) { return p.PaintRoof( w, e ); } },
+		{ "wall", []( cTownPlan &p, const tWords &w, std::string &e ) { return p.PaintWall( w, e ); } },
+		{ "fence", []( cTownPlan &p, const tWords &w, std::string &e ) { return p.PaintObjects( w, OBJECT_FENCE, e ); } },
+		{ "hedge", []( cTownPlan &p, const tWords &w, std::string &e ) { return p.PaintObjects( w, OBJECT_HEDGE, e ); } },
+		{ "door", []( cTownPlan &p, const tWords &w, std::string &e ) { return p.PaintObjects( w, OBJECT_DOOR, e ); } },
+		{ "crates", []( cTownPlan &p, const tWords &w, std::string &e ) { return p.PaintObjects( w, OBJECT_CRATES, e ); } },
+		{ "barrier", []( cTownPlan &p, const tWords &w, std::string &e ) { return p.PaintObjects( w, OBJECT_BARRIER, e ); } },
+		{ "pillar", []( cTownPlan &p, const tWords &w, std::string &e ) { return p.PaintObjects( w, OBJECT_PILLAR, e ); } },
+		{ "box", []( cTownPlan &p, const tWords &w, std::string &e ) { return p.PlaceOne( w, OBJECT_BOX, e ); } },
+		{ "bin", []( cTownPlan &p, const tWords &w, std::string &e ) { return p.PlaceOne( w, OBJECT_BIN, e ); } },
+		{ "throne", []( cTownPlan &p, const tWords &w, std::string &e ) { return p.PlaceOne( w, OBJECT_THRONE, e ); } },
+		{ "car", []( cTownPlan &p, const tWords &w, std::string &e ) { return p.PlaceCar( w, e ); } },
+		{ "tree", []( cTownPlan &p, const tWords &w, std::string &e ) { return p.PlaceTree( w, e ); } },
+		{ "lamp", []( cTownPlan &p, const tWords &w, std::string &e ) { return p.PlaceLamp( w, e ); } },
+	};
+	for ( const auto &command : COMMANDS ) {
+		if ( words[0] == command.word ) {
+			return command.run( *this, words, problem );
+		}
+	}
+	problem = "unknown command '" + words[0] + "'";
 	return false;
 }
 
