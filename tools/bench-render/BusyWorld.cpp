@@ -55,6 +55,21 @@ void cBusyWorld::AddEnemies() {
 		enemy->SetMoving( true );
 		enemies.emplace_back( enemy );
 	}
+	AlertEnemies();
+}
+
+// Those that see tavesh have just noticed him, and go on showing the exclamation: nothing
+// perceives again to put the moment behind them.
+void cBusyWorld::AlertEnemies() {
+	const cPlayer &tavesh = static_cast<const cPlayer &>( *players.front() );
+	for ( std::unique_ptr<cCharacter> &character : enemies ) {
+		cEnemy &enemy = static_cast<cEnemy &>( *character );
+		if ( enemy.GetKind() == KIND_BOSS ) {
+			enemy.PerceiveBoss( tavesh, scene->GetWalkMap() );
+		} else {
+			enemy.Perceive( tavesh, scene->GetWalkMap() );
+		}
+	}
 }
 
 // Diagonal shots, moved once, sit at fractional positions.

@@ -1,7 +1,8 @@
 #pragma once
 // A busy frame of play for measuring and looking at the world's drawing: two players with both
-// HUDs, 24 enemies in view, shots in flight, explosions and items, over the level's map or over
-// a worst-case map whose three tile layers are drawn in every cell.
+// HUDs, 24 enemies in view (those that see tavesh with the exclamation over them), shots in
+// flight, explosions and items, over the level's map or over a worst-case map whose three tile
+// layers are drawn in every cell.
 
 #include <cstdint>
 #include <memory>
@@ -36,6 +37,7 @@ public:
 private:
 	void				AddPlayers();
 	void				AddEnemies();
+	void				AlertEnemies();
 	void				AddShotsAndItems();
 
 	std::unique_ptr<cScene>	scene;
