@@ -1,0 +1,165 @@
+// The menus driven with the mouse through the real game: every entry of every screen, the click
+// that is a press and a release, the entries' edges, the cursor kept on the screen, pause, and the
+// victory screen's first frame.
+
+#include <gtest/gtest.h>
+
+#include "actors/Bullet.h"
+#include "actors/Explosion.h"
+#include "app/GameState.h"
+#include "input/KeyCodes.h"
+#include "platform/headless/HeadlessGame.h"
+#include "sound/headless/RecordingSoundBackend.h"
+#include "world/Scene.h"
+
+namespace {
+
+// The middle of each of the five entries.
+const int32_t ENTRY_X = 160;
+const int32_t ENTRY_Y[6] = { 0, 260, 295, 328, 360, 392 };
+
+class MenuFlowTest : public ::testing::Test {
+protected:
+	void SetUp() override {
+		ASSERT_TRUE( headless.Start() );
+	}
+	bool ClickEntry( int entry ) { return headless.Click( ENTRY_X, ENTRY_Y[entry] ); }
+	uint32_t Difficulty() {
+		uint32_t level = 0;
+		headless.GetGame().GetConfig().GetDifficulty( level );
+		return level;
+	}
+	uint32_t Players() {
+		uint32_t count = 0;
+		headless.GetGame().GetConfig().GetPlayers( count );
+		return count;
+	}
+	uint32_t Character( uint32_t player ) {
+		uint32_t character = 99;
+		headless.GetGame().GetConfig().GetCharacter( player, character );
+		return character;
+	}
+
+	cRecordingSoundBackend	sound;
+	cHeadlessGame			headless { &sound };
+};
+
+struct cMenuCase {
+	int32_t		from;
+	int			entry;
+	int32_t		to;
+};
+
+}
+
+TEST_F( MenuFlowTest, EveryEntryOfTheScreensWithoutAGameGoesWhereItShould ) {
+	const cMenuCase cases[] = {
+		{ STATE_MAIN_MENU, 3, STATE_SETTINGS }, { STATE_MAIN_MENU, 4, STATE_CREDITS },
+		{ STATE_MAIN_MENU, 1, STATE_SELECT_ONE }, { STATE_MAIN_MENU, 2, STATE_SELECT_TWO },
+		{ STATE_SETTINGS, 1, STATE_SETTINGS }, { STATE_SETTINGS, 2, STATE_SETTINGS },
+		{ STATE_SETTINGS, 3, STATE_DIFFICULTY }, { STATE_SETTINGS, 4, STATE_CONTROLS },
+		{ STATE_SETTINGS, 5, STATE_MAIN_MENU },
+		{ STATE_DIFFICULTY, 1, STATE_DIFFICULTY }, { STATE_DIFFICULTY, 5, STATE_MAIN_MENU },
+		{ STATE_CONTROLS, 1, STATE_CONTROLS }, { STATE_CONTROLS, 4, STATE_CONTROLS },
+		{ STATE_CONTROLS, 5, STATE_MAIN_MENU },
+		{ STATE_CREDITS, 3, STATE_CREDITS }, { STATE_CREDITS, 5, STATE_MAIN_MENU },
+		{ STATE_SELECT_ONE, 1, STATE_SELECT_ONE }, { STATE_SELECT_ONE, 2, STATE_SELECT_ONE },
+		{ STATE_SELECT_ONE, 5, STATE_MAIN_MENU },
+		{ STATE_SELECT_TWO, 2, STATE_SELECT_TWO }, { STATE_SELECT_TWO, 5, STATE_MAIN_MENU },
+		{ STATE_PAUSE, 1, STATE_PAUSE }, { STATE_PAUSE, 3, STATE_PAUSE }, { STATE_PAUSE, 5, STATE_MAIN_MENU },
+	};
+	for ( const cMenuCase &c : cases ) {
+		gameState = c.from;
+		ASSERT_TRUE( ClickEntry( c.entry ) );
+		EXPECT_EQ( gameState, c.to ) << "entry " << c.entry << " on screen " << c.from;
+		EXPECT_FALSE( headless.GetGame().IsClickLatched() ) << "a handled click clears the latch";
+	}
+	EXPECT_EQ( Difficulty(), 2u ) << "no entry above may change the difficulty";
+}
+
+TEST_F( MenuFlowTest, PlayerCountIsSetByTheMainMenu ) {
+	ASSERT_TRUE( ClickEntry( 2 ) );
+	EXPECT_EQ( Players(), 2u );
+	ASSERT_TRUE( ClickEntry( 5 ) );
+	ASSERT_TRUE( ClickEntry( 1 ) );
+	EXPECT_EQ( Players(), 1u );
+}
+
+TEST_F( MenuFlowTest, DifficultyEntriesSetTheLevelAndReturnToTheMainMenu ) {
+	for ( uint32_t level = 1; level <= 3; level++ ) {
+		gameState = STATE_DIFFICULTY;
+		ASSERT_TRUE( ClickEntry( static_cast<int>( level ) + 1 ) );
+		EXPECT_EQ( Difficulty(), level );
+		EXPECT_EQ( gameState, STATE_MAIN_MENU ) << "back to the main menu, not to the settings";
+	}
+	gameState = STATE_DIFFICULTY;
+	ASSERT_TRUE( ClickEntry( 5 ) );
+	EXPECT_EQ( Difficulty(), 3u ) << "the back entry keeps the difficulty";
+}
+
+TEST_F( MenuFlowTest, QuitEntryEndsTheProgram ) {
+	EXPECT_FALSE( ClickEntry( 5 ) );
+}
+
+TEST_F( MenuFlowTest, ClickIsTheReleaseWhereverThePressWas ) {
+	cScriptedInputBackend &input = headless.GetInput();
+	input.SetMousePosition( ENTRY_X, ENTRY_Y[3] );
+	input.SetButton( 0, true );
+	ASSERT_TRUE( headless.Frame() );
+	input.SetMousePosition( 400, 100 );
+	input.SetButton( 0, false );
+	ASSERT_TRUE( headless.Frame() );
+	EXPECT_EQ( gameState, STATE_MAIN_MENU ) << "pressed on entry 3, released outside every entry";
+
+	input.SetButton( 0, true );
+	ASSERT_TRUE( headless.Frame() );
+	input.SetMousePosition( ENTRY_X, ENTRY_Y[3] );
+	input.SetButton( 0, false );
+	ASSERT_TRUE( headless.Frame() );
+	EXPECT_EQ( gameState, STATE_SETTINGS ) << "pressed outside, released on entry 3";
+}
+
+TEST_F( MenuFlowTest, RightAndBottomEdgesOfAnEntryAreOutside ) {
+	ASSERT_TRUE( headless.Click( 250, 260 ) );
+	EXPECT_EQ( gameState, STATE_MAIN_MENU ) << "x 250 is past entry 1";
+	ASSERT_TRUE( headless.Click( 160, 273 ) );
+	EXPECT_EQ( gameState, STATE_MAIN_MENU ) << "y 273 is below entry 1";
+	ASSERT_TRUE( headless.Click( 70, 248 ) );
+	EXPECT_EQ( gameState, STATE_SELECT_ONE ) << "the top-left corner is inside";
+}
+
+TEST_F( MenuFlowTest, CursorIsKeptOnTheScreen ) {
+	headless.GetInput().SetMousePosition( -50, 900 );
+	ASSERT_TRUE( headless.Frame() );
+	int32_t x = 0, y = 0;
+	headless.GetGame().GetInputLayer().GetMousePosition( x, y );
+	EXPECT_EQ( x, 0 );
+	EXPECT_EQ( y, 479 );
+	headless.GetInput().SetMousePosition( 5000, -3 );
+	ASSERT_TRUE( headless.Frame() );
+	headless.GetGame().GetInputLayer().GetMousePosition( x, y );
+	EXPECT_EQ( x, 639 );
+	EXPECT_EQ( y, 0 );
+}
+
+TEST_F( MenuFlowTest, ButtonHeldAcrossAScreenChangeClicksOnTheNewScreen ) {
+	gameState = STATE_SETTINGS;
+	cScriptedInputBackend &input = headless.GetInput();
+	input.SetMousePosition( ENTRY_X, ENTRY_Y[5] );
+	input.SetButton( 0, true );
+	ASSERT_TRUE( headless.Frame() );
+	gameState = STATE_CREDITS;	// the screen changed while the button was held
+	input.SetButton( 0, false );
+	ASSERT_TRUE( headless.Frame() );
+	EXPECT_EQ( gameState, STATE_MAIN_MENU ) << "the release is a click on the credits' entry 5";
+}
+
+TEST_F( MenuFlowTest, MusicFollowsTheScreens ) {
+	ASSERT_TRUE( headless.Frame() );
+	EXPECT_EQ( sound.GetPlayed(), std::vector<int>( { SOUND_MENU_MUSIC } ) ) << "the menu music starts once";
+	ASSERT_TRUE( ClickEntry( 3 ) );
+	ASSERT_TRUE( ClickEntry( 4 ) );
+	EXPECT_EQ( sound.GetPlayed(), std::vector<int>( { SOUND_MENU_MUSIC } ) ) << "and is not restarted";
+	EXPECT_EQ( sound.GetEvents().front().volume, -1000 );
+	EXPECT_TRUE( sound.GetEvents().front().loop );
+}
