@@ -1,8 +1,10 @@
 #include "ai/Enemy.h"
 
+#include <cassert>
 #include <cstdlib>
 
 #include "actors/ActorTypes.h"
+#include "actors/Bullet.h"
 #include "app/GameState.h"
 #include "platform/Clock.h"
 #include "world/Grid.h"
@@ -65,6 +67,7 @@ cEnemy::cEnemy( int32_t kind, int32_t x, int32_t y, int32_t direction, int32_t d
 			shotPeriod = info.shotPeriod;
 		}
 	}
+	assert( ( !IsEnemyKind( kind ) || cPath::IsValidSpeed( speed ) ) && "an enemy's speed must divide the cell size" );
 }
 
 void cEnemy::GetDrawInfo( cRect &rect, int32_t &screenX, int32_t &screenY, const cScene &scene ) {
@@ -98,4 +101,51 @@ void cEnemy::TurnTowards( int32_t dx, int32_t dy ) {
 
 void cEnemy::MarkAlert() {
 	alertTime = GetTickCount();
+}
+
+// The cool-down counts up to shotPeriod between shots; unaware enemies set it to 0, so a newly
+// alerted enemy fires at once. An enemy never aims at its own position: a player standing exactly
+// on it is shot at along its facing. A kind the level never builds has no period and never fires.
+void cEnemy::Shoot( tBulletList &bullets, int32_t dx, int32_t dy, bool &fired ) {
+	if ( shotPeriod <= 0 ) {
+		return;
+	}
+	if ( shotCounter % shotPeriod != 0 ) {
+		shotCounter++;
+		return;
+	}
+	if ( dx == 0 && dy == 0 ) {
+		GetDirectionVector( direction, dx, dy );
+		if ( dx == 0 && dy == 0 ) {
+			return;
+		}
+	}
+	bullets.emplace_back( x + MUZZLE_OFFSET, y + MUZZLE_OFFSET, dx, dy, weapon, kind );
+	shotCounter = 1;
+	fired = true;
+}
+
+void cEnemy::RequestPath( const int32_t *walkMap, int32_t goalX, int32_t goalY ) {
+	if ( path.IsIdle() ) {
+		path.Make( walkMap, x / CELL_SIZE, y / CELL_SIZE, goalX, goalY, direction );
+	} else {
+		path.SetNewTarget( walkMap, goalX, goalY );
+	}
+}
+
+// The only way an enemy moves; it therefore stands on a cell corner whenever its path is idle.
+void cEnemy::FollowPath() {
+	if ( path.IsIdle() ) {
+		moving = false;
+		return;
+	}
+	moving = true;
+	if ( path.Step( speed, x, y, cellX, cellY, direction ) == cPath::STEP_ARRIVED ) {
+		path.Stop();
+		moving = false;
+	}
+}
+
+void cEnemy::FaceCell( int32_t fromX, int32_t fromY, int32_t toX, int32_t toY ) {
+	direction = cPath::GetLineDirection( toX - fromX, toY - fromY, direction );
 }
