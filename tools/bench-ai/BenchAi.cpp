@@ -18,6 +18,7 @@
 #include <string>
 #include <vector>
 
+#include "EnemyFrame.h"
 #include "PairComparison.h"
 #include "SearchPeers.h"
 #include "TownMap.h"
@@ -91,6 +92,8 @@ int main( int argc, char **argv ) {
 		return 1;
 	}
 	RegisterSearches( walkMap, pairs );
+	cEnemyFrameBench enemyFrame( root );
+	enemyFrame.Register();
 	benchmark::RunSpecifiedBenchmarks();
 	benchmark::Shutdown();
 	if ( compare && !ComparePairs( walkMap, pairs ) ) {
