@@ -229,18 +229,6 @@ TEST( AStarTest, LongPathsAreChainsOfLegalSteps ) {
 	}
 }
 
-TEST( AStarTest, StepsAreHandedOutFromTheFirstToTheTarget ) {
-	cSearch row( { "......" } );
-	ASSERT_EQ( row.Find( 0, 0, 3, 0 ), cAStar::RESULT_FOUND );
-	for ( int32_t expected = 1; expected <= 3; expected++ ) {
-		int32_t x = -1;
-		int32_t y = -1;
-		row.search.ReadNextStep( x, y );
-		EXPECT_EQ( x, expected ) << "step " << expected;
-		EXPECT_EQ( y, 0 );
-	}
-}
-
 // Cell 0 and cells beyond the length are refused: an assertion in a debug build, the target in
 // a release build; with no path held, -1.
 TEST( AStarTest, ReadingOutsideThePathIsRefused ) {

@@ -132,6 +132,31 @@ TEST_F( EnemyActionTest, AttackingEnemyStandsFacesThePlayersCellAndShoots ) {
 	ExpectBulletAlong( bullets.back(), static_cast<float>( EX + 64 - x ), static_cast<float>( EY - 40 - y ), "at tavesh" );
 }
 
+// Once a player is out of range, a chasing soldier holds its fire; a weakened boss that chases
+// shoots at any range.
+TEST_F( EnemyActionTest, ChasingBossShootsAtAnyRangeWhereASoldierHoldsFire ) {
+	cEnemy soldier( KIND_SOLDIER, EX, EY, DIR_RIGHT, 1 );
+	cEnemy boss( KIND_BOSS, EX, EY + 64, DIR_RIGHT, 1 );
+	boss.SetHealth( cEnemy::BOSS_CHASE_HEALTH );
+	cPlayer tavesh( KIND_TAVESH, EX + 300, EY );
+	Frame( soldier, tavesh );
+	Frame( boss, tavesh );
+	boss.SetDirection( DIR_RIGHT );		// it turned to walk its wander; it looks back at tavesh
+	Frame( boss, tavesh );
+	ASSERT_EQ( soldier.GetAiState(), AI_CHASE );
+	ASSERT_EQ( boss.GetAiState(), AI_CHASE ) << "noticed, then left its wander at 100 health";
+	tavesh.SetPosition( EX + 900, EY );
+	soldier.SetShotCounter( 0 );
+	boss.SetShotCounter( 0 );
+	bullets.clear();
+	Frame( soldier, tavesh );
+	EXPECT_EQ( soldier.GetAiState(), AI_CHASE ) << "a chase does not end with distance";
+	EXPECT_FALSE( fired ) << "tavesh is 900 pixels away";
+	Frame( boss, tavesh );
+	EXPECT_TRUE( fired ) << "the boss fires anyway";
+	EXPECT_EQ( bullets.size(), 1u );
+}
+
 // An enemy never aims at its own position: a player standing exactly on it is shot at along the
 // enemy's facing; an enemy without a facing holds its fire.
 TEST_F( EnemyActionTest, PlayerOnTheEnemysCornerIsShotAlongItsFacing ) {
@@ -386,16 +411,6 @@ TEST( EnemyPathTest, RequestPlansWhenIdleAndRedirectsWhenMoving ) {
 	EXPECT_EQ( row, 28 );
 	soldier.FollowPath();
 	EXPECT_FALSE( soldier.IsMoving() );
-}
-
-TEST( EnemyPathTest, FaceCellUsesTheLinesDirection ) {
-	cEnemy soldier( KIND_SOLDIER, EX, EY, DIR_UP, 1 );
-	soldier.FaceCell( 4, 4, 6, 5 );
-	EXPECT_EQ( soldier.GetDirection(), DIR_UP ) << "a knight's move keeps the facing";
-	soldier.FaceCell( 4, 4, 2, 6 );
-	EXPECT_EQ( soldier.GetDirection(), DIR_DOWN_LEFT );
-	soldier.FaceCell( 4, 4, 4, 4 );
-	EXPECT_EQ( soldier.GetDirection(), DIR_LEFT ) << "its own cell counts as left";
 }
 
 // The game's pass: every enemy runs on the scene's walk layer and a shot is heard by its weapon.

@@ -68,19 +68,6 @@ TEST( PathTest, EachCellTakesCellSizeOverSpeedFrames ) {
 	}
 }
 
-TEST( PathTest, CellIsUpdatedOnlyOnCorners ) {
-	const std::vector<int32_t> walk = OpenWalk();
-	cPath path;
-	cMover mover( 1, 0, DIR_LEFT );
-	path.Make( walk.data(), 1, 0, 3, 0, mover.facing );
-	for ( int32_t frame = 1; frame < CELL_SIZE / 2; frame++ ) {
-		EXPECT_EQ( mover.Step( path, 2 ), cPath::STEP_MOVING );
-		EXPECT_EQ( mover.cellX, 1 ) << "between cells at frame " << frame;
-	}
-	EXPECT_EQ( mover.Step( path, 2 ), cPath::STEP_MOVING );
-	EXPECT_EQ( mover.cellX, 2 ) << "on the next corner";
-}
-
 TEST( PathTest, ArrivalIsReportedOnceAndReleasesTheSearch ) {
 	const std::vector<int32_t> walk = OpenWalk();
 	cPath path;
@@ -196,19 +183,6 @@ TEST( PathTest, UnreachableDestinationLeavesThePathIdle ) {
 	EXPECT_TRUE( path.IsIdle() ) << "the re-plan at (1,0) found nothing";
 	EXPECT_EQ( path.GetSearch(), nullptr );
 	EXPECT_EQ( mover.x, CELL_SIZE );
-}
-
-TEST( PathTest, StopKeepsTheDestinationAndMakeReplacesIt ) {
-	const std::vector<int32_t> walk = OpenWalk();
-	cPath path;
-	cMover mover( 3, 3, DIR_UP );
-	path.Make( walk.data(), 3, 3, 8, 3, mover.facing );
-	path.Stop();
-	EXPECT_TRUE( path.IsIdle() );
-	EXPECT_NE( path.GetSearch(), nullptr ) << "Stop does not release the search";
-	path.Make( walk.data(), 3, 3, 3, 0, mover.facing );
-	EXPECT_EQ( mover.facing, DIR_UP );
-	EXPECT_EQ( mover.WalkToEnd( path, 2 ), 3 * CELL_SIZE / 2 );
 }
 
 TEST( PathTest, PointToFacesStraightAndDiagonalLinesOnly ) {
