@@ -54,25 +54,31 @@ int32_t cAStar::FindPath( int32_t startX, int32_t startY, int32_t targetX, int32
 		int32_t y = 0;
 		TakeTopItem( openCount, x, y );
 		openCount--;
-		for ( int32_t b = y - 1; b <= y + 1; b++ ) {
-			for ( int32_t a = x - 1; a <= x + 1; a++ ) {
-				if ( !CanEnter( x, y, a, b ) ) {
-					continue;
-				}
-				const int32_t stepCost = ( a != x && b != y ) ? DIAGONAL_COST : STRAIGHT_COST;
-				if ( listMark[a][b] != openMark ) {
-					AddToOpenList( x, y, a, b, stepCost, targetX, targetY, openCount, lastItem );
-				} else {
-					ImproveOpenCell( x, y, a, b, stepCost, openCount );
-				}
-			}
-		}
+		ExpandCell( x, y, targetX, targetY, openCount, lastItem );
 		if ( listMark[targetX][targetY] == openMark ) {
 			StorePath( startX, startY, targetX, targetY );
 			return RESULT_FOUND;
 		}
 	}
 	return RESULT_NO_PATH;
+}
+
+// The neighbours row by row from the top-left; the cell itself is skipped as closed.
+void cAStar::ExpandCell( int32_t x, int32_t y, int32_t targetX, int32_t targetY, int32_t &openCount, int32_t &lastItem ) {
+	const int32_t openMark = closedMark - 1;
+	for ( int32_t b = y - 1; b <= y + 1; b++ ) {
+		for ( int32_t a = x - 1; a <= x + 1; a++ ) {
+			if ( !CanEnter( x, y, a, b ) ) {
+				continue;
+			}
+			const int32_t stepCost = ( a != x && b != y ) ? DIAGONAL_COST : STRAIGHT_COST;
+			if ( listMark[a][b] != openMark ) {
+				AddToOpenList( x, y, a, b, stepCost, targetX, targetY, openCount, lastItem );
+			} else {
+				ImproveOpenCell( x, y, a, b, stepCost, openCount );
+			}
+		}
+	}
 }
 
 // Each search moves the marks on by two instead of clearing its lists; only after a very long

@@ -53,6 +53,8 @@ private:
 	void				TakeTopItem( int32_t openCount, int32_t &x, int32_t &y );
 	void				SiftDown( int32_t openCount );
 	void				BubbleUp( int32_t position );
+	void				ExpandCell( int32_t x, int32_t y, int32_t targetX, int32_t targetY, int32_t &openCount,
+									int32_t &lastItem );
 	bool				CanEnter( int32_t x, int32_t y, int32_t a, int32_t b ) const;
 	void				AddToOpenList( int32_t x, int32_t y, int32_t a, int32_t b, int32_t stepCost,
 									int32_t targetX, int32_t targetY, int32_t &openCount, int32_t &lastItem );
