@@ -15,7 +15,7 @@ namespace {
 
 const int32_t MOUSE_START_X = 320;			// the centre of the 640 x 480 screen
 const int32_t MOUSE_START_Y = 240;
-const uint32_t SPIN_TIME = 2;				// in msec: the end of a frame is waited for without sleeping
+const uint32_t SPIN_TIME = 1;				// in msec: the last moment of a frame is waited for awake
 
 }
 

@@ -4,6 +4,7 @@
 #include "actors/Character.h"
 #include "actors/Explosion.h"
 #include "app/GameState.h"
+#include "app/MenuEntries.h"
 #include "input/KeyCodes.h"
 #include "platform/Clock.h"
 #include "sound/SoundIds.h"
@@ -11,18 +12,8 @@
 namespace {
 
 const int LEFT_BUTTON = 0;
-const int ENTRY_COUNT = 5;
 const int32_t SCREEN_RIGHT = 639;
 const int32_t SCREEN_BOTTOM = 479;
-
-// The five clickable entries every menu picture shares, right and bottom excluded.
-const cRect ENTRIES[ENTRY_COUNT] = {
-	{ 70, 248, 250, 273 },
-	{ 70, 284, 250, 307 },
-	{ 70, 317, 250, 340 },
-	{ 70, 348, 250, 372 },
-	{ 70, 381, 250, 404 },
-};
 
 int32_t Clamp( int32_t value, int32_t low, int32_t high ) {
 	return value < low ? low : ( value > high ? high : value );
@@ -30,8 +21,8 @@ int32_t Clamp( int32_t value, int32_t low, int32_t high ) {
 
 // The entry under the cursor, 1 to 5, or 0 for none.
 int FindEntry( const cMouse &mouse ) {
-	for ( int i = 0; i < ENTRY_COUNT; i++ ) {
-		const cRect &entry = ENTRIES[i];
+	for ( int i = 0; i < MENU_ENTRY_COUNT; i++ ) {
+		const cRect &entry = MENU_ENTRIES[i];
 		if ( mouse.InRect( entry.left, entry.top, entry.right, entry.bottom ) ) {
 			return i + 1;
 		}

@@ -71,7 +71,7 @@ TEST( GameFrame, WaitSleepsAllButTheLastMoments ) {
 	ASSERT_TRUE( headless.Start() );
 	const uint32_t sleptBefore = headless.GetClock().GetSleptTime();
 	ASSERT_TRUE( headless.Frame() );
-	// 13 msec asleep in one go, then two 1-msec spins: the wait does not hold the processor.
+	// 14 msec asleep in one go, then one 1-msec spin: the wait does not hold the processor.
 	EXPECT_EQ( headless.GetClock().GetSleptTime() - sleptBefore, 15u );
 }
 

@@ -3,21 +3,10 @@
 // one column; a label may only be drawn inside the entry it names, the rest of the column shows
 // the shared background, and all other writing stays in the title area or the side panel.
 
-struct sMenuRect {
-	int			left;
-	int			top;
-	int			right;		// exclusive
-	int			bottom;		// exclusive
-};
+#include "app/MenuEntries.h"
 
-constexpr int MENU_ENTRY_COUNT = 5;
-constexpr sMenuRect MENU_ENTRIES[MENU_ENTRY_COUNT] = {
-	{ 70, 248, 250, 273 },
-	{ 70, 284, 250, 307 },
-	{ 70, 317, 250, 340 },
-	{ 70, 348, 250, 372 },
-	{ 70, 381, 250, 404 },
-};
+using sMenuRect = cRect;	// right and bottom exclusive
+
 constexpr sMenuRect MENU_TITLE_AREA = { 0, 0, 640, 232 };
 constexpr sMenuRect MENU_PANEL_AREA = { 272, 232, 640, 480 };
 

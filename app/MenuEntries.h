@@ -1,0 +1,14 @@
+#pragma once
+// The five clickable entries that every menu picture shares, stacked in one column; the pictures
+// put their labels inside them.
+
+#include "actors/Rect.h"
+
+const int MENU_ENTRY_COUNT = 5;
+constexpr cRect MENU_ENTRIES[MENU_ENTRY_COUNT] = {	// right and bottom excluded
+	{ 70, 248, 250, 273 },
+	{ 70, 284, 250, 307 },
+	{ 70, 317, 250, 340 },
+	{ 70, 348, 250, 372 },
+	{ 70, 381, 250, 404 },
+};
