@@ -3,16 +3,16 @@
 # Xvfb, answered No, left alone for a while; prints the share of one core it used.
 #   idle-menu-cpu.sh GAME RESOURCES [SECONDS]
 set -euo pipefail
-game=$1 resources=$2 seconds=${3:-10}
+game=$(realpath "$1") resources=$(realpath "$2") seconds=${3:-10}
 if [ -z "${KMVT_INSIDE_XVFB:-}" ]; then
   export KMVT_INSIDE_XVFB=1
   exec xvfb-run -a -s "-screen 0 1280x1024x24" bash "$0" "$@"
 fi
 work=$(mktemp -d)
 trap 'kill "$pid" 2>/dev/null || true; rm -rf "$work"' EXIT
-ln -s "$(realpath "$resources")" "$work/resources"
+ln -s "$resources" "$work/resources"
 cd "$work"
-SDL_AUDIODRIVER=dummy "$game" > /dev/null 2>&1 &
+SDL_AUDIODRIVER=dummy "$game" > "$work/stdout.txt" 2>&1 &
 pid=$!
 # Answer the full-screen question with No.
 for _ in $(seq 1 200); do
@@ -27,6 +27,7 @@ sleep 2	# let the window open and the menu settle
 
 ticks_per_second=$(getconf CLK_TCK)
 cpu_ticks() { awk '{ print $14 + $15 }' "/proc/$pid/stat"; }
+kill -0 "$pid" 2>/dev/null || { echo "the game ended: $(cat "$work/stdout.txt" "$work/log.txt" 2>/dev/null)" >&2; exit 1; }
 start=$(cpu_ticks)
 sleep "$seconds"
 end=$(cpu_ticks)
