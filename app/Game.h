@@ -89,9 +89,10 @@ private:
 	void				LeaveEndScreen();
 	void				ExplodeRemainingEnemies();
 	bool				ClickEntry( int entry );
-	void				ClickCharacterEntry( int entry );
+	void				StartWithCharacter( int entry );
 	void				StepPlayers( uint32_t count, cPlayer *p1, cPlayer *p2, const cPlayerCommand &command1,
 									 const cPlayerCommand &command2, int32_t &lowestHealth, bool &moved1, bool &moved2 );
+	bool				IsEveryPlayerDown( uint32_t count, const cPlayer *p1, const cPlayer *p2 ) const;
 	void				UpdateHeartbeat( int32_t lowestHealth );
 	void				MoveCamera( cPlayer *p1, bool moved1, cPlayer *p2, bool moved2 );
 

@@ -87,11 +87,11 @@ void cGame::UpdateInGame() {
 	const cPlayerCommand command1 = DecodeCommand( *keyboard, keys1 );
 	const cPlayerCommand command2 = DecodeCommand( *keyboard, keys2 );
 
+	// The first player of the list is player 1; any later one is player 2.
 	cPlayer *p1 = nullptr;
 	cPlayer *p2 = nullptr;
 	for ( const std::unique_ptr<cCharacter> &character : *players ) {
-		cPlayer *player = dynamic_cast<cPlayer *>( character.get() );
-		( p1 == nullptr ? p1 : p2 ) = player;
+		( p1 == nullptr ? p1 : p2 ) = dynamic_cast<cPlayer *>( character.get() );
 	}
 	uint32_t count = 0;
 	config.GetPlayers( count );
@@ -100,10 +100,7 @@ void cGame::UpdateInGame() {
 	bool moved1 = false;
 	bool moved2 = false;
 	StepPlayers( count, p1, p2, command1, command2, lowestHealth, moved1, moved2 );
-
-	const bool allDown = count == 1 ? ( p1 != nullptr && p1->IsDead() )
-									: ( ( p1 == nullptr || p1->IsDead() ) && ( p2 == nullptr || p2->IsDead() ) );
-	if ( allDown && ( p1 != nullptr || p2 != nullptr ) ) {
+	if ( IsEveryPlayerDown( count, p1, p2 ) ) {
 		gameState = STATE_DEFEAT;
 		LoseGame();
 		return;
@@ -121,6 +118,17 @@ void cGame::UpdateInGame() {
 	UpdateItems();
 	ClearEnemyCells();
 	keyboard->SaveState();
+}
+
+// A lone player is lost when down even though it keeps stepping; two are lost when both are down.
+bool cGame::IsEveryPlayerDown( uint32_t count, const cPlayer *p1, const cPlayer *p2 ) const {
+	if ( p1 == nullptr && p2 == nullptr ) {
+		return false;
+	}
+	if ( count == 1 ) {
+		return p1 != nullptr && p1->IsDead();
+	}
+	return ( p1 == nullptr || p1->IsDead() ) && ( p2 == nullptr || p2->IsDead() );
 }
 
 // One player answers to player 1's keys even when down; two players step only while standing.

@@ -15,6 +15,24 @@ const int LEFT_BUTTON = 0;
 const int32_t SCREEN_RIGHT = 639;
 const int32_t SCREEN_BOTTOM = 479;
 
+// The screen each entry leads to; entries not listed do nothing on their screen.
+struct cMenuMove {
+	int32_t		screen;
+	int			entry;
+	int32_t		next;
+};
+const cMenuMove MENU_MOVES[] = {
+	{ STATE_MAIN_MENU, 1, STATE_SELECT_ONE }, { STATE_MAIN_MENU, 2, STATE_SELECT_TWO },
+	{ STATE_MAIN_MENU, 3, STATE_SETTINGS }, { STATE_MAIN_MENU, 4, STATE_CREDITS },
+	{ STATE_SETTINGS, 3, STATE_DIFFICULTY }, { STATE_SETTINGS, 4, STATE_CONTROLS },
+	{ STATE_SETTINGS, 5, STATE_MAIN_MENU },
+	{ STATE_DIFFICULTY, 2, STATE_MAIN_MENU }, { STATE_DIFFICULTY, 3, STATE_MAIN_MENU },
+	{ STATE_DIFFICULTY, 4, STATE_MAIN_MENU }, { STATE_DIFFICULTY, 5, STATE_MAIN_MENU },
+	{ STATE_CONTROLS, 5, STATE_MAIN_MENU }, { STATE_CREDITS, 5, STATE_MAIN_MENU },
+	{ STATE_SELECT_ONE, 5, STATE_MAIN_MENU }, { STATE_SELECT_TWO, 5, STATE_MAIN_MENU },
+	{ STATE_PAUSE, 4, STATE_PLAYING }, { STATE_PAUSE, 5, STATE_MAIN_MENU },
+};
+
 int32_t Clamp( int32_t value, int32_t low, int32_t high ) {
 	return value < low ? low : ( value > high ? high : value );
 }
@@ -88,61 +106,31 @@ void cGame::ExplodeRemainingEnemies() {
 
 // What an entry does on the current screen; returns false only to quit the program.
 bool cGame::ClickEntry( int entry ) {
-	switch ( gameState ) {
-		case STATE_MAIN_MENU:
-			switch ( entry ) {
-				case 1: config.SetPlayers( 1 ); gameState = STATE_SELECT_ONE; break;
-				case 2: config.SetPlayers( 2 ); gameState = STATE_SELECT_TWO; break;
-				case 3: gameState = STATE_SETTINGS; break;
-				case 4: gameState = STATE_CREDITS; break;
-				case 5: return false;
-			}
+	const int32_t screen = gameState;
+	if ( screen == STATE_MAIN_MENU && entry == 5 ) {
+		return false;
+	}
+	if ( screen == STATE_MAIN_MENU && ( entry == 1 || entry == 2 ) ) {
+		config.SetPlayers( static_cast<uint32_t>( entry ) );
+	}
+	if ( screen == STATE_DIFFICULTY && entry >= 2 && entry <= 4 ) {
+		config.SetDifficulty( static_cast<uint32_t>( entry - 1 ) );
+	}
+	if ( ( screen == STATE_SELECT_ONE || screen == STATE_SELECT_TWO ) && ( entry == 3 || entry == 4 ) ) {
+		StartWithCharacter( entry );
+		return true;
+	}
+	for ( const cMenuMove &move : MENU_MOVES ) {
+		if ( move.screen == screen && move.entry == entry ) {
+			gameState = move.next;
 			break;
-		case STATE_SETTINGS:
-			switch ( entry ) {
-				case 3: gameState = STATE_DIFFICULTY; break;
-				case 4: gameState = STATE_CONTROLS; break;
-				case 5: gameState = STATE_MAIN_MENU; break;
-			}
-			break;
-		case STATE_DIFFICULTY:
-			if ( entry >= 2 && entry <= 4 ) {
-				config.SetDifficulty( static_cast<uint32_t>( entry - 1 ) );
-			}
-			if ( entry >= 2 ) {
-				gameState = STATE_MAIN_MENU;
-			}
-			break;
-		case STATE_CONTROLS:
-		case STATE_CREDITS:
-			if ( entry == 5 ) {
-				gameState = STATE_MAIN_MENU;
-			}
-			break;
-		case STATE_SELECT_ONE:
-		case STATE_SELECT_TWO:
-			ClickCharacterEntry( entry );
-			break;
-		case STATE_PAUSE:
-			if ( entry == 4 ) {
-				gameState = STATE_PLAYING;
-			} else if ( entry == 5 ) {
-				gameState = STATE_MAIN_MENU;
-			}
-			break;
+		}
 	}
 	return true;
 }
 
 // Entry 3 gives player 1 tavesh, entry 4 lumra; in a two-player game player 2 takes the other.
-void cGame::ClickCharacterEntry( int entry ) {
-	if ( entry == 5 ) {
-		gameState = STATE_MAIN_MENU;
-		return;
-	}
-	if ( entry != 3 && entry != 4 ) {
-		return;
-	}
+void cGame::StartWithCharacter( int entry ) {
 	const uint32_t first = entry == 3 ? KIND_TAVESH : KIND_LUMRA;
 	config.SetCharacter( 1, first );
 	if ( gameState == STATE_SELECT_TWO ) {
