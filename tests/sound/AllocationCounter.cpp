@@ -11,6 +11,7 @@ std::atomic<size_t> largest { 0 };
 
 }
 
+// Every form is replaced, so that no allocation pairs with a library's own delete.
 void *operator new( size_t size ) {
 	allocations++;
 	size_t seen = largest.load();
@@ -23,35 +24,12 @@ void *operator new( size_t size ) {
 	return memory;
 }
 
-void *operator new[]( size_t size ) {
-	return operator new( size );
-}
+void *operator new[]( size_t size ) { return operator new( size ); }
+void operator delete( void *memory ) noexcept { std::free( memory ); }
+void operator delete[]( void *memory ) noexcept { std::free( memory ); }
+void operator delete( void *memory, size_t ) noexcept { std::free( memory ); }
+void operator delete[]( void *memory, size_t ) noexcept { std::free( memory ); }
 
-void operator delete( void *memory ) noexcept {
-	std::free( memory );
-}
-
-void operator delete[]( void *memory ) noexcept {
-	std::free( memory );
-}
-
-void operator delete( void *memory, size_t ) noexcept {
-	std::free( memory );
-}
-
-void operator delete[]( void *memory, size_t ) noexcept {
-	std::free( memory );
-}
-
-cAllocationCounter::cAllocationCounter()
-	: countAtStart( allocations.load() ) {
-	largest = 0;
-}
-
-size_t cAllocationCounter::GetCount() const {
-	return allocations.load() - countAtStart;
-}
-
-size_t cAllocationCounter::GetLargest() const {
-	return largest.load();
-}
+cAllocationCounter::cAllocationCounter() : countAtStart( allocations.load() ) { largest = 0; }
+size_t cAllocationCounter::GetCount() const { return allocations.load() - countAtStart; }
+size_t cAllocationCounter::GetLargest() const { return largest.load(); }
