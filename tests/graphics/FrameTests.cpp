@@ -1,132 +1,118 @@
-// What each screen of the game draws: a menu picture with the cursor on top, the world, or the
-// world under an end-screen picture; and what a missing picture does to the start-up and the frame.
-
-#include <gtest/gtest.h>
+// What each game state draws: a menu picture with the cursor on top, the world in its order, or
+// the world under an end-screen picture; and what missing pictures and a failed device leave.
 
 #include "GraphicsFixtures.h"
-#include "actors/ActorTypes.h"
-#include "app/GameState.h"
 
 namespace {
 
 const int32_t MOUSE_X = 200;
 const int32_t MOUSE_Y = 150;
 
-struct cMenuScreen {
-	int32_t		state;
-	const char *picture;
-};
+typedef cRecordedFrameTest FrameTest;
 
-const cMenuScreen MENU_SCREENS[] = {
-	{ STATE_MAIN_MENU, "./resources/menu/main.png" },
-	{ STATE_SETTINGS, "./resources/menu/settings.png" },
-	{ STATE_DIFFICULTY, "./resources/menu/difficulty.png" },
-	{ STATE_CONTROLS, "./resources/menu/controls.png" },
-	{ STATE_CREDITS, "./resources/menu/credits.png" },
-	{ STATE_SELECT_ONE, "./resources/menu/charselection.png" },
-	{ STATE_SELECT_TWO, "./resources/menu/charselection.png" },
-	{ STATE_PAUSE, "./resources/menu/pause.png" },
-};
-
-class FrameTest : public cRecordedFrameTest {
-protected:
-	FrameTest() {
-		AddPlayer( KIND_TAVESH, 224, 2240 );
-		SetCamera( 0, 1920 );
-	}
-};
-
-// Screens used with the mouse: the whole picture at the origin, then the cursor at the mouse, and
-// nothing else; the world is not drawn behind the pause screen.
-TEST_F( FrameTest, MenuScreensDrawTheirPictureThenTheCursor ) {
-	for ( const cMenuScreen &screen : MENU_SCREENS ) {
-		gameState = screen.state;
+// The whole picture at the origin, then the 32 x 32 cursor at the mouse, and nothing else: the
+// world is not drawn behind the pause screen, and both selection screens show the same picture.
+TEST_F( FrameTest, MenuStatesDrawTheirPictureThenTheCursor ) {
+	const std::pair<int32_t, const char *> screens[] = {
+		{ STATE_MAIN_MENU, "./resources/menu/main.png" }, { STATE_SETTINGS, "./resources/menu/settings.png" },
+		{ STATE_DIFFICULTY, "./resources/menu/difficulty.png" }, { STATE_CONTROLS, "./resources/menu/controls.png" },
+		{ STATE_CREDITS, "./resources/menu/credits.png" }, { STATE_SELECT_ONE, "./resources/menu/charselection.png" },
+		{ STATE_SELECT_TWO, "./resources/menu/charselection.png" }, { STATE_PAUSE, "./resources/menu/pause.png" },
+	};
+	AddPlayer( KIND_TAVESH, 224, 2240 );
+	for ( const auto &[state, picture] : screens ) {
+		gameState = state;
 		Render( MOUSE_X, MOUSE_Y );
 		const std::vector<tDraw> &draws = GetDraws();
-		ASSERT_EQ( draws.size(), 2u ) << "state " << screen.state << " should draw its picture and the cursor only";
-		EXPECT_EQ( draws[0].path, screen.picture ) << "state " << screen.state;
-		EXPECT_TRUE( draws[0].wholeTexture ) << "state " << screen.state << " draws its picture whole";
-		EXPECT_EQ( draws[0].x, 0.0f );
-		EXPECT_EQ( draws[0].y, 0.0f );
-		EXPECT_EQ( draws[1].path, PNG_CURSOR ) << "state " << screen.state << " puts the cursor last";
-		EXPECT_EQ( draws[1].x, static_cast<float>( MOUSE_X ) );
-		EXPECT_EQ( draws[1].y, static_cast<float>( MOUSE_Y ) );
-		EXPECT_EQ( draws[1].source.GetWidth(), 32 );
-		EXPECT_EQ( draws[1].source.GetHeight(), 32 );
-		EXPECT_EQ( draws[1].tint, cGraphicsLayer::WHITE );
+		ASSERT_EQ( draws.size(), 2u ) << "state " << state << " should draw its picture and the cursor only";
+		EXPECT_EQ( draws[0].path, picture ) << "state " << state;
+		EXPECT_TRUE( draws[0].wholeTexture && draws[0].x == 0.0f && draws[0].y == 0.0f )
+			<< "state " << state << " should draw its picture whole at the origin";
+		EXPECT_EQ( draws[1].path, PNG_CURSOR ) << "state " << state << " should put the cursor last";
+		EXPECT_TRUE( draws[1].x == MOUSE_X && draws[1].y == MOUSE_Y && draws[1].source.GetWidth() == 32 &&
+					draws[1].source.GetHeight() == 32 ) << "state " << state << ": the cursor is 32 x 32 at the mouse";
 	}
-	EXPECT_EQ( backend.GetFrameCount(), 8 ) << "every Render presents one frame";
 }
 
-TEST_F( FrameTest, PlayingDrawsTheWorldWithoutCursor ) {
-	gameState = STATE_PLAYING;
-	Render( MOUSE_X, MOUSE_Y );
-	const std::vector<std::string> runs = GetPictureRuns();
-	ASSERT_FALSE( runs.empty() );
-	EXPECT_EQ( runs.front(), PNG_TILES ) << "the world starts with the ground";
-	EXPECT_TRUE( GetDraws( PNG_CURSOR ).empty() ) << "no cursor during play";
-	EXPECT_EQ( GetDraws( PNG_CHARACTERS ).size(), 2u ) << "the player and its portrait";
-}
-
-// The end screens lie over a world that goes on being drawn, and have no cursor.
-TEST_F( FrameTest, EndScreensDrawTheWorldUnderTheirPicture ) {
-	const cMenuScreen endScreens[] = {
-		{ STATE_DEFEAT, "./resources/menu/youlose.png" },
+// Later parts cover earlier ones: ground, objects, items, bullets, players, enemies, explosions,
+// over tiles, HUD; the end screens put their picture on top. No world state shows the cursor.
+TEST_F( FrameTest, WorldStatesDrawTheWorldInOrderUnderTheirPicture ) {
+	const int32_t cameraX = 320, cameraY = 960;
+	std::vector<int32_t> object = FilledLayer( 0 ), over = FilledLayer( 0 );
+	object[CellIndex( 12, 32 )] = 2;
+	over[CellIndex( 13, 33 )] = 3;
+	scene = MakeDrawnScene( FilledLayer( 1 ), object, over );
+	scene->SetCameraPosition( cameraX, cameraY );
+	items.emplace_back( ITEM_HEALTH, cameraX + 100, cameraY + 100 );
+	bullets.emplace_back( cameraX + 150, cameraY + 100, DIR_UP, WEAPON_TAVESH, KIND_TAVESH );
+	AddPlayer( KIND_TAVESH, cameraX + 200, cameraY + 100 );
+	AddEnemy( KIND_SOLDIER, cameraX + 256, cameraY + 128, DIR_DOWN );
+	explosions.emplace_back( cameraX + 300, cameraY + 100, false );
+	const std::pair<int32_t, const char *> states[] = {
+		{ STATE_PLAYING, nullptr }, { STATE_DEFEAT, "./resources/menu/youlose.png" },
 		{ STATE_VICTORY, "./resources/menu/youwin.png" },
 	};
-	for ( const cMenuScreen &screen : endScreens ) {
-		gameState = screen.state;
+	for ( const auto &[state, picture] : states ) {
+		gameState = state;
 		Render( MOUSE_X, MOUSE_Y );
-		const std::vector<tDraw> &draws = GetDraws();
-		ASSERT_GT( draws.size(), 300u ) << "state " << screen.state << " should draw the world first";
-		EXPECT_EQ( draws.front().path, PNG_TILES ) << "state " << screen.state;
-		EXPECT_EQ( draws.back().path, screen.picture ) << "state " << screen.state << " puts its picture last";
-		EXPECT_TRUE( draws.back().wholeTexture );
-		EXPECT_TRUE( GetDraws( PNG_CURSOR ).empty() ) << "state " << screen.state << " has no cursor";
+		std::vector<std::string> expected = { PNG_TILES, PNG_ITEMS, PNG_BULLETS, PNG_CHARACTERS, PNG_EXPLOSION,
+											PNG_TILES, PNG_CHARACTERS, PNG_HEALTH, PNG_ENERGY };
+		if ( picture != nullptr ) {
+			expected.push_back( picture );
+			EXPECT_TRUE( GetDraws().back().wholeTexture ) << "state " << state << " draws its picture whole";
+		}
+		EXPECT_EQ( GetPictureRuns(), expected ) << "state " << state;
+		const std::vector<tDraw> tiles = GetDraws( PNG_TILES );
+		ASSERT_EQ( tiles.size(), 302u ) << "300 ground cells, one object and one over tile";
+		EXPECT_EQ( tiles[300].source.top, 32 ) << "the object tile should follow the ground";
+		EXPECT_EQ( tiles[301].source.top, 64 ) << "the over tile should come after the explosions";
 	}
 }
 
 // Before the first game there is no world to draw; a frame in a world state draws nothing.
 TEST_F( FrameTest, WorldStateWithoutAGameDrawsNothing ) {
-	gameState = STATE_PLAYING;
 	EXPECT_TRUE( layer.Render( MOUSE_X, MOUSE_Y, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr ) );
 	EXPECT_TRUE( GetDraws().empty() );
 	EXPECT_EQ( backend.GetFrameCount(), 1 ) << "the frame is still presented";
 }
 
-// A picture that cannot be loaded is named in the log once; its screen is black with the cursor.
-TEST_F( FrameTest, MissingPictureIsLoggedAndLeavesOnlyTheCursor ) {
+// Each picture that cannot be loaded is named in the log once; its draws draw nothing, the
+// others still draw: a black pause screen with the cursor, a world without ground.
+TEST_F( FrameTest, MissingPicturesAreLoggedAndLeaveTheRest ) {
 	backend.SetMissingFile( "./resources/menu/pause.png" );
-	Reload();
-	EXPECT_TRUE( log.Contains( "Error loading picture ./resources/menu/pause.png: the test made the device fail" ) )
-		<< "log was: " << log.GetText();
-	EXPECT_EQ( log.GetLines().size(), 1u ) << "only the missing picture is logged: " << log.GetText();
+	backend.SetMissingFile( PNG_TILES );
+	layer.LoadTextures();
+	EXPECT_TRUE( log.Contains( "Error loading picture ./resources/menu/pause.png: the test made the device fail" ) &&
+				log.Contains( "Error loading picture ./resources/map/tiles.png: the test made the device fail" ) &&
+				log.GetLines().size() == 2u ) << "the two missing pictures only, log was: " << log.GetText();
 	gameState = STATE_PAUSE;
 	Render( MOUSE_X, MOUSE_Y );
-	ASSERT_EQ( GetDraws().size(), 1u );
-	EXPECT_EQ( GetDraws()[0].path, PNG_CURSOR );
+	ASSERT_EQ( GetPictureRuns(), std::vector<std::string>{ PNG_CURSOR } );
+	gameState = STATE_PLAYING;
+	AddPlayer( KIND_TAVESH, 100, 100 );
+	Render();
+	EXPECT_TRUE( GetDraws( PNG_TILES ).empty() );
+	EXPECT_EQ( GetDraws( PNG_CHARACTERS ).size(), 2u ) << "the player and its portrait";
 }
 
-TEST_F( FrameTest, LoadingTwiceKeepsOneSetOfPictures ) {
-	Reload();
-	EXPECT_EQ( backend.GetLiveTextureCount(), cGraphicsLayer::TEXTURE_COUNT );
+// Loading again gives the first set back, and a clean start logs nothing. A failed device is
+// logged, and releasing after it, with no picture loaded, touches nothing.
+TEST_F( FrameTest, PicturesAndDeviceAreGivenBackOnce ) {
+	layer.LoadTextures();
+	EXPECT_EQ( backend.GetLiveTextureCount(), cGraphicsLayer::TEXTURE_COUNT ) << "the first set should be given back";
 	layer.ReleaseTextures();
 	EXPECT_EQ( backend.GetLiveTextureCount(), 0 );
 	EXPECT_TRUE( log.GetText().empty() ) << "a clean start logs nothing: " << log.GetText();
-}
 
-// Released before any picture was loaded, after a failed device: nothing to give back, no crash.
-TEST( FrameLifecycleTest, ReleaseAfterAFailedDeviceTouchesNothing ) {
-	cLogCapture log;
-	cRecordingGraphicsBackend backend;
-	backend.SetFailDevice( true );
-	cGraphicsLayer layer;
-	EXPECT_FALSE( layer.Init( &backend, true ) );
-	EXPECT_TRUE( backend.WasFullscreenAsked() );
-	EXPECT_FALSE( log.GetText().empty() ) << "the failed device is logged";
-	layer.ReleaseTextures();
-	layer.Release();
-	EXPECT_EQ( backend.GetLiveTextureCount(), 0 );
+	cRecordingGraphicsBackend failing;
+	failing.SetFailDevice( true );
+	cGraphicsLayer unready;
+	EXPECT_FALSE( unready.Init( &failing, true ) );
+	EXPECT_TRUE( failing.WasFullscreenAsked() );
+	EXPECT_FALSE( log.GetText().empty() ) << "the failed device should be logged";
+	unready.ReleaseTextures();
+	unready.Release();
+	EXPECT_EQ( failing.GetLiveTextureCount(), 0 );
 }
 
 }

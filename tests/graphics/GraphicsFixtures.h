@@ -1,65 +1,84 @@
 #pragma once
-// Two ways to look at a drawn frame: the recording backend, which keeps every draw with its
-// picture's path, source rectangle, position and tint; and SDL's software renderer drawing into
-// an off-screen 640 x 480 surface from tiny pictures written by the test, for the pixels.
+// The running game's world for one test, and a frame of it drawn through the recording backend,
+// which keeps every draw of the last frame with its picture's path, source rectangle, position
+// and tint. The pixel tests draw it with SDL's software renderer instead.
 
 #include <gtest/gtest.h>
 
-#include <SDL.h>
-
-#include <cstdint>
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "LogCapture.h"
-#include "TempDir.h"
 #include "actors/ActorLists.h"
+#include "actors/ActorTypes.h"
 #include "actors/Bullet.h"
 #include "actors/Explosion.h"
 #include "actors/Item.h"
+#include "actors/Player.h"
+#include "ai/Enemy.h"
+#include "app/GameState.h"
 #include "graphics/GraphicsLayer.h"
 #include "graphics/headless/RecordingGraphicsBackend.h"
-#include "graphics/sdl/SdlGraphicsBackend.h"
 #include "platform/Clock.h"
-
-class cEnemy;
-class cPlayer;
-class cScene;
+#include "world/Grid.h"
+#include "world/Scene.h"
 
 // The pictures as the game names them.
-extern const char *const PNG_TILES;
-extern const char *const PNG_CHARACTERS;
-extern const char *const PNG_ITEMS;
-extern const char *const PNG_BULLETS;
-extern const char *const PNG_EXPLOSION;
-extern const char *const PNG_HEALTH;
-extern const char *const PNG_LOW_HEALTH;
-extern const char *const PNG_ENERGY;
-extern const char *const PNG_AMMO;
-extern const char *const PNG_CURSOR;
-extern const char *const PNG_EXCLAMATION;
-extern const char *const PNG_QUERY;
-extern const char *const PNG_WTF;
+const char *const PNG_TILES = "./resources/map/tiles.png";
+const char *const PNG_CHARACTERS = "./resources/sprites/characters_trans.png";
+const char *const PNG_ITEMS = "./resources/sprites/items_trans.png";
+const char *const PNG_BULLETS = "./resources/sprites/bullets_trans.png";
+const char *const PNG_EXPLOSION = "./resources/sprites/explosion_trans.png";
+const char *const PNG_HEALTH = "./resources/sprites/health.png";
+const char *const PNG_LOW_HEALTH = "./resources/sprites/low_health.png";
+const char *const PNG_ENERGY = "./resources/sprites/energy.png";
+const char *const PNG_AMMO = "./resources/sprites/ammo.png";
+const char *const PNG_CURSOR = "./resources/menu/mouse.png";
+const char *const PNG_EXCLAMATION = "./resources/sprites/exclamation.png";
+const char *const PNG_QUERY = "./resources/sprites/query.png";
+const char *const PNG_WTF = "./resources/sprites/WTF.png";
 
-// Layers of a whole grid, every cell holding one code.
-std::vector<int32_t> FilledLayer( int32_t code );
-// A scene from three drawn layers; the walk layer is all floor.
-std::unique_ptr<cScene> MakeDrawnScene( const std::vector<int32_t> &base, const std::vector<int32_t> &object,
-									const std::vector<int32_t> &over );
+inline std::vector<int32_t> FilledLayer( int32_t code ) {
+	return std::vector<int32_t>( MAP_CELLS, code );
+}
 
-// The running game's scene and lists, the game state and a manual clock, for one test.
+// A scene from three drawn layers, the camera at the origin; the walk layer is all floor.
+inline std::unique_ptr<cScene> MakeDrawnScene( const std::vector<int32_t> &base,
+		const std::vector<int32_t> &object = FilledLayer( 0 ), const std::vector<int32_t> &over = FilledLayer( 0 ) ) {
+	std::unique_ptr<cScene> scene = cScene::FromLayers( base, object, FilledLayer( WALK_FLOOR ), over );
+	scene->SetCameraPosition( 0, 0 );
+	return scene;
+}
+
+// The running game's scene and lists, the game state and a manual clock, for one test. The derived
+// fixtures give the layer its backend and release it before the backend goes.
 class cWorldTest : public ::testing::Test {
 protected:
 	static constexpr uint32_t START_TICKS = 100000;		// in msec: well past any alert stamp of 0
 
-						cWorldTest();
-						~cWorldTest() override;
+	cWorldTest() : clock( START_TICKS ), scene( MakeDrawnScene( FilledLayer( 1 ) ) ) {
+		SetClock( &clock );
+		gameState = STATE_PLAYING;
+	}
+	~cWorldTest() override {
+		gameState = STATE_MAIN_MENU;
+		SetClock( nullptr );
+	}
 
-	cPlayer &			AddPlayer( int32_t kind, int32_t x, int32_t y );
-	cEnemy &			AddEnemy( int32_t kind, int32_t x, int32_t y, int32_t direction );
-	void				SetCamera( int32_t x, int32_t y );
+	cPlayer &AddPlayer( int32_t kind, int32_t x, int32_t y ) {
+		cPlayer *player = new cPlayer( kind, x, y );
+		players.emplace_back( player );
+		return *player;
+	}
+	cEnemy &AddEnemy( int32_t kind, int32_t x, int32_t y, int32_t direction ) {
+		cEnemy *enemy = new cEnemy( kind, x, y, direction, 1 );
+		enemies.emplace_back( enemy );
+		return *enemy;
+	}
+	void Render( int32_t mouseX = 0, int32_t mouseY = 0 ) {
+		layer.Render( mouseX, mouseY, scene.get(), &players, &enemies, &bullets, &explosions, &items );
+	}
 
 	cLogCapture			log;
 	cManualClock		clock;
@@ -69,6 +88,7 @@ protected:
 	tBulletList			bullets;
 	tExplosionList		explosions;
 	tItemList			items;
+	cGraphicsLayer		layer;
 };
 
 // A frame drawn through the recording backend, every picture loaded.
@@ -77,44 +97,35 @@ public:
 	typedef cRecordingGraphicsBackend::cDrawCall tDraw;
 
 protected:
+	cRecordedFrameTest() {
+		EXPECT_TRUE( layer.Init( &backend, false ) ) << "the recording device should always be made";
+		layer.LoadTextures();
+	}
+	~cRecordedFrameTest() override {
+		layer.ReleaseTextures();
+		layer.Release();
+	}
 
-						cRecordedFrameTest();
-						~cRecordedFrameTest() override;
-
-	// Loads the pictures again, after the test changed the backend's sizes or missing files.
-	void				Reload();
-	void				Render( int32_t mouseX = 0, int32_t mouseY = 0 );
 	const std::vector<tDraw> &GetDraws() const { return backend.GetDraws(); }
-	std::vector<tDraw>	GetDraws( const std::string &path ) const;
+	std::vector<tDraw> GetDraws( const std::string &path ) const {
+		std::vector<tDraw> found;
+		for ( const tDraw &draw : backend.GetDraws() ) {
+			if ( draw.path == path ) {
+				found.push_back( draw );
+			}
+		}
+		return found;
+	}
 	// The pictures of the frame in draw order, runs of the same picture written once.
-	std::vector<std::string> GetPictureRuns() const;
+	std::vector<std::string> GetPictureRuns() const {
+		std::vector<std::string> runs;
+		for ( const tDraw &draw : backend.GetDraws() ) {
+			if ( runs.empty() || runs.back() != draw.path ) {
+				runs.push_back( draw.path );
+			}
+		}
+		return runs;
+	}
 
 	cRecordingGraphicsBackend backend;
-	cGraphicsLayer		layer;
 };
-
-// A frame drawn by SDL's software renderer into an off-screen surface.
-class cPixelFrameTest : public cWorldTest {
-protected:
-						cPixelFrameTest();
-						~cPixelFrameTest() override;
-
-	// Writes a picture of the game's (path as the game names it) into the test's resource folder.
-	void				WritePicture( const std::string &path, int width, int height,
-								const std::function<uint32_t( int x, int y )> &colour );
-	void				WriteFlatPicture( const std::string &path, int width, int height, uint32_t colour );
-	// Loads whatever pictures were written; the others are missing.
-	void				Load();
-	void				Render( int32_t mouseX = 0, int32_t mouseY = 0 );
-	uint32_t			GetPixel( int x, int y ) const;		// ARGB
-	// How many pixels of the screen hold exactly this colour.
-	int					CountPixels( uint32_t colour ) const;
-
-	cTempDir			folder;
-	SDL_Surface *		surface;
-	std::unique_ptr<cSdlGraphicsBackend> backend;
-	cGraphicsLayer		layer;
-};
-
-// Red, green and blue of an ARGB colour, each within one step of the expected ones.
-::testing::AssertionResult IsNearColour( uint32_t actual, uint32_t expected );
