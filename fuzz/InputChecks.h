@@ -1,0 +1,18 @@
+#pragma once
+// The rules that every input must keep when it goes through one of the game's three file readers,
+// shared by the fuzz targets and the replay test. A check returns an empty text when every rule
+// held for the input, else the first rule broken and where.
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+// The bytes as a map layer file read by cScene::LoadWalkMap: the layer holds exactly the file's
+// first 4500 integers, or the load is refused with a log line and the layer left as wall.
+std::string CheckMapLayer( const uint8_t *data, size_t size );
+// The bytes as a WAV file, read from memory and from a file: both agree, an accepted sound holds
+// a playable format and exactly the samples announced, a refused one holds nothing.
+std::string CheckWave( const uint8_t *data, size_t size );
+// The bytes as a picture loaded with and without the cursor's colour key: both load or neither,
+// as ARGB of the same size, differing exactly in the keyed pixels.
+std::string CheckPicture( const uint8_t *data, size_t size );

@@ -1,0 +1,59 @@
+#!/usr/bin/env bash
+# Writes the fuzz targets' seed corpora from the game's own resource files into a folder:
+#   fuzz/make-seeds.sh OUT     makes OUT/map, OUT/wave and OUT/picture
+# map:     the four map layers, and the walk layer on one line with tabs and with CRLF line ends.
+# wave:    every sound; the long music files cut to their header and 16 KiB of samples (the data
+#          size rewritten) so they stay small inputs, and the item sound relabelled 8-bit mono.
+# picture: every picture and the window icon, and the cursor in the other formats the picture
+#          loader recognises (when ImageMagick is at hand).
+set -euo pipefail
+cd "$(dirname "$0")/.."
+out=${1:?usage: fuzz/make-seeds.sh OUT}
+rm -rf "$out"
+mkdir -p "$out/map" "$out/wave" "$out/picture"
+
+max_wave_samples=16384		# in bytes: whole frames of every format the game takes
+
+# Little-endian bytes of a 16- or 32-bit value, for patching a WAV header.
+le16() { printf '\\x%02x\\x%02x' $(( $1 & 255 )) $(( ($1 >> 8) & 255 )); }
+le32() { le16 $(( $1 & 65535 )); le16 $(( ($1 >> 16) & 65535 )); }
+
+make_map_seeds() {
+  cp resources/map/basemap.txt resources/map/objectmap.txt resources/map/walkmap.txt resources/map/overmap.txt "$out/map/"
+  tr '\n ' '\t\t' < resources/map/walkmap.txt > "$out/map/walkmap-one-line.txt"
+  sed 's/$/\r/' resources/map/objectmap.txt > "$out/map/objectmap-crlf.txt"
+}
+
+make_wave_seeds() {
+  local file name size
+  for file in resources/audio/*.wav; do
+    name=$(basename "$file")
+    size=$(stat -c %s "$file")
+    if (( size - 44 > max_wave_samples )); then
+      { head -c 40 "$file"; printf "$(le32 $max_wave_samples)"; head -c $(( 44 + max_wave_samples )) "$file" | tail -c +45; } \
+        > "$out/wave/$name"
+    else
+      cp "$file" "$out/wave/$name"
+    fi
+  done
+  # 8-bit mono: block alignment 1, as many bytes per second as samples.
+  file=resources/audio/item.wav
+  { head -c 22 "$file"; printf "$(le16 1)$(le32 22050)$(le32 22050)$(le16 1)$(le16 8)"; tail -c +37 "$file"; } \
+    > "$out/wave/item-8bit-mono.wav"
+}
+
+make_picture_seeds() {
+  cp resources/menu/*.png resources/sprites/*.png resources/map/tiles.png resources/icon/kmvt.ico "$out/picture/"
+  if ! command -v convert > /dev/null; then
+    echo "fuzz/make-seeds.sh: no ImageMagick, the picture seeds are PNG and ICO only" >&2
+    return
+  fi
+  local format
+  for format in bmp gif tga ppm pcx xpm jpg tif webp; do
+    convert resources/menu/mouse.png "$out/picture/mouse.$format" 2> /dev/null || true
+  done
+}
+
+make_map_seeds
+make_wave_seeds
+make_picture_seeds
