@@ -4,8 +4,8 @@
 # map:     the four map layers, and the walk layer on one line with tabs and with CRLF line ends.
 # wave:    every sound; the long music files cut to their header and 16 KiB of samples (the data
 #          size rewritten) so they stay small inputs, and the item sound relabelled 8-bit mono.
-# picture: every picture and the window icon, and the cursor in the other formats the picture
-#          loader recognises (when ImageMagick is at hand).
+# picture: every picture and the window icon, and the cursor in other formats (when ImageMagick is
+#          at hand), which the loader, decoding PNG only, must refuse without harm.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 out=${1:?usage: fuzz/make-seeds.sh OUT}

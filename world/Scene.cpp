@@ -38,12 +38,13 @@ bool IsWalkable( int32_t code ) {
 	return code == WALK_FLOOR || code == WALK_ENEMY;
 }
 
-// A whole token that is a decimal integer in the range of int32_t, with an optional sign.
+// A whole token that is a decimal integer in the range of int32_t, with an optional sign. The number
+// must end where the token ends: a zero byte inside a token does not end it.
 bool ParseInteger( const std::string &token, int32_t &value ) {
 	errno = 0;
 	char *end = nullptr;
 	const long parsed = std::strtol( token.c_str(), &end, 10 );
-	if ( end == token.c_str() || *end != '\0' || errno == ERANGE ) {
+	if ( end == token.c_str() || end != token.c_str() + token.size() || errno == ERANGE ) {
 		return false;
 	}
 	if ( parsed < std::numeric_limits<int32_t>::min() || parsed > std::numeric_limits<int32_t>::max() ) {

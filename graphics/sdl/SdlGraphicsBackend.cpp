@@ -92,9 +92,15 @@ SDL_Surface *cSdlGraphicsBackend::LoadKeyedSurface( const char *path, bool useKe
 	return LoadKeyedSurface( source, useKey, colourKey );
 }
 
-// Takes the stream over and closes it.
+// Takes the stream over and closes it. Only the PNG decoder is asked: every picture of the game is
+// a PNG, and a file is then never handed to SDL_image's other decoders, whose GIF reader crashes on
+// some broken files.
 SDL_Surface *cSdlGraphicsBackend::LoadKeyedSurface( SDL_RWops *source, bool useKey, uint32_t colourKey ) {
-	SDL_Surface *loaded = IMG_Load_RW( source, 1 );
+	if ( source == nullptr ) {
+		return nullptr;
+	}
+	SDL_Surface *loaded = IMG_LoadPNG_RW( source );
+	SDL_RWclose( source );
 	if ( loaded == nullptr ) {
 		return nullptr;
 	}

@@ -28,7 +28,7 @@ public:
 	const char *	GetErrorCode() const override { return errorCode.c_str(); }
 	const char *	GetErrorText() const override { return errorText.c_str(); }
 
-	// Loads a picture as 32-bit ARGB with the colour key applied; null on failure. Exposed for
+	// Loads a PNG picture as 32-bit ARGB with the colour key applied; null on failure. Exposed for
 	// the picture tests and the fuzzer.
 	static SDL_Surface *LoadKeyedSurface( const char *path, bool useKey, uint32_t colourKey );
 	static SDL_Surface *LoadKeyedSurface( SDL_RWops *source, bool useKey, uint32_t colourKey );
