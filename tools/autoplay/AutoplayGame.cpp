@@ -1,0 +1,235 @@
+#include "AutoplayGame.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <memory>
+#include <numeric>
+
+#include "actors/Player.h"
+#include "app/Game.h"
+#include "app/GameState.h"
+#include "app/MenuEntries.h"
+#include "input/KeyCodes.h"
+#include "platform/headless/HeadlessGame.h"
+#include "world/Grid.h"
+#include "world/Scene.h"
+
+namespace {
+
+using tClock = std::chrono::steady_clock;
+
+// The menu entries' actions used here, by their place on the screens.
+const int ENTRY_ONE_PLAYER = 1;
+const int ENTRY_TWO_PLAYERS = 2;
+const int ENTRY_SETTINGS = 3;
+const int ENTRY_DIFFICULTY = 3;
+const int ENTRY_FIRST_CHARACTER = 3;		// tavesh for player 1; entry 4 is lumra
+const int ENTRY_BACK = 5;					// also the pause screen's way to the main menu
+const int MENU_FRAMES = 4;					// frames a menu gets to settle before the next click
+const char *const CHARACTER_NAMES[2] = { "tavesh", "lumra" };
+
+enum { KEY_UP_INDEX, KEY_DOWN_INDEX, KEY_RIGHT_INDEX, KEY_LEFT_INDEX, KEY_FIRE_INDEX, KEY_SKILL_INDEX, KEY_USE_INDEX };
+
+int CountDoorCells( const cScene &scene ) {
+	const int32_t *walkMap = scene.GetWalkMap();
+	return static_cast<int>( std::count( walkMap, walkMap + MAP_CELLS, static_cast<int32_t>( WALK_DOOR ) ) );
+}
+
+double GetMicroseconds( tClock::time_point from, tClock::time_point to ) {
+	return std::chrono::duration<double, std::micro>( to - from ).count();
+}
+
+const char *DescribeOutcome( eOutcome outcome ) {
+	switch ( outcome ) {
+		case OUTCOME_VICTORY:		return "victory";
+		case OUTCOME_DEFEAT:		return "defeat";
+		case OUTCOME_UNFINISHED:	return "unfinished";
+		default:					return "broken";
+	}
+}
+
+}
+
+bool cAutoplayGame::Play( const cGameSetup &setup, cGameResult &result ) {
+	result = cGameResult();
+	headless.GetInput().ReleaseAllKeys();
+	if ( gameState != STATE_MAIN_MENU || !ChooseDifficulty( setup.difficulty ) ) {
+		return false;
+	}
+	headless.GetClock().SetCalendarTime( setup.calendar );
+	if ( !StartGame( setup ) ) {
+		return false;
+	}
+	RunPlay( setup, result );
+	return ReturnToMenu();
+}
+
+bool cAutoplayGame::ClickEntry( int entry ) {
+	const cRect &rect = MENU_ENTRIES[entry - 1];
+	return headless.Click( ( rect.left + rect.right ) / 2, ( rect.top + rect.bottom ) / 2 ) && headless.Frames( MENU_FRAMES );
+}
+
+// Main menu, settings, difficulty, and back on the main menu.
+bool cAutoplayGame::ChooseDifficulty( int difficulty ) {
+	return ClickEntry( ENTRY_SETTINGS ) && gameState == STATE_SETTINGS && ClickEntry( ENTRY_DIFFICULTY )
+		&& gameState == STATE_DIFFICULTY && ClickEntry( difficulty + 1 ) && gameState == STATE_MAIN_MENU;
+}
+
+// The character screen starts the game in the frame of the click, which also runs its first step.
+bool cAutoplayGame::StartGame( const cGameSetup &setup ) {
+	if ( !ClickEntry( setup.players == 2 ? ENTRY_TWO_PLAYERS : ENTRY_ONE_PLAYER ) ) {
+		return false;
+	}
+	const cRect &rect = MENU_ENTRIES[ENTRY_FIRST_CHARACTER + setup.character - 1];
+	if ( !headless.Click( ( rect.left + rect.right ) / 2, ( rect.top + rect.bottom ) / 2 ) ) {
+		return false;
+	}
+	const cScene *scene = headless.GetGame().GetScene();
+	return gameState == STATE_PLAYING && scene != nullptr && scene->IsUsable();
+}
+
+void cAutoplayGame::RunPlay( const cGameSetup &setup, cGameResult &result ) {
+	std::vector<std::unique_ptr<cBot>> bots;
+	for ( int player = 0; player < setup.players; player++ ) {
+		bots.push_back( std::make_unique<cBot>( player, setup.bot ) );
+	}
+	result.outcome = OUTCOME_UNFINISHED;
+	result.doorsAtStart = CountDoorCells( *headless.GetGame().GetScene() );
+	result.updateTimes.reserve( setup.frameLimit );
+	result.frameTimes.reserve( setup.frameLimit );
+	int32_t lastHealth[2] = { cCharacter::MAX_HEALTH, cCharacter::MAX_HEALTH };
+	bool wasDown[2] = { false, false };
+	const uint32_t startTick = headless.GetClock().GetTickCount();
+	while ( gameState == STATE_PLAYING && result.frames < setup.frameLimit ) {
+		for ( size_t player = 0; player < bots.size(); player++ ) {
+			PressKeys( static_cast<int>( player ), bots[player]->Think( headless.GetGame() ) );
+		}
+		if ( !RunFrame( setup, startTick, result ) ) {
+			result.outcome = OUTCOME_BROKEN;
+			break;
+		}
+		result.frames++;
+		CountHits( result, lastHealth, wasDown );
+		if ( watcher ) {
+			watcher( headless.GetGame(), result.frames );
+		}
+	}
+	const cGame &game = headless.GetGame();
+	result.enemiesLeft = static_cast<int>( game.GetEnemies()->size() );
+	result.doorsClosed = CountDoorCells( *game.GetScene() );
+	for ( size_t i = 0; i < game.GetPlayers()->size() && i < 2; i++ ) {
+		const cPlayer &player = static_cast<const cPlayer &>( *( *game.GetPlayers() )[i] );
+		result.health[i] = player.IsDead() ? 0 : player.GetHealth();
+	}
+	for ( const std::unique_ptr<cBot> &bot : bots ) {
+		result.shots += bot->GetShotsFired();
+	}
+	if ( gameState == STATE_VICTORY || gameState == STATE_DEFEAT ) {
+		result.outcome = gameState == STATE_VICTORY ? OUTCOME_VICTORY : OUTCOME_DEFEAT;
+	}
+}
+
+void cAutoplayGame::CountHits( cGameResult &result, int32_t lastHealth[2], bool wasDown[2] ) const {
+	const tCharacterList &players = *headless.GetGame().GetPlayers();
+	for ( size_t i = 0; i < players.size() && i < 2; i++ ) {
+		const bool down = static_cast<const cPlayer &>( *players[i] ).IsDead();
+		result.revivals += wasDown[i] && !down ? 1 : 0;
+		wasDown[i] = down;
+		const int32_t health = players[i]->GetHealth();
+		result.hitsTaken += health < lastHealth[i] ? 1 : 0;
+		result.lowestHealth = std::min( result.lowestHealth, static_cast<int>( health ) );
+		lastHealth[i] = health;
+	}
+}
+
+// The three steps of the game's own frame, with its processing timed on its own; the manual clock
+// then moves to the frame's end as the game's wait would move it. With a live calendar the second
+// that seeds the random draws moves on with that clock.
+bool cAutoplayGame::RunFrame( const cGameSetup &setup, uint32_t startTick, cGameResult &result ) {
+	cGame &game = headless.GetGame();
+	cManualClock &clock = headless.GetClock();
+	const uint32_t frameStart = clock.GetTickCount();
+	if ( setup.liveCalendar ) {
+		clock.SetCalendarTime( setup.calendar + ( frameStart - startTick ) / 1000 );
+	}
+	const tClock::time_point start = tClock::now();
+	game.ReadInput();
+	const tClock::time_point processStart = tClock::now();
+	const bool going = game.Process();
+	const tClock::time_point processEnd = tClock::now();
+	game.Render();
+	const tClock::time_point end = tClock::now();
+	clock.SetTickCount( frameStart + cGame::FRAME_TIME );
+	result.updateTimes.push_back( GetMicroseconds( processStart, processEnd ) );
+	result.frameTimes.push_back( GetMicroseconds( start, end ) );
+	return going;
+}
+
+void cAutoplayGame::PressKeys( int player, const cBotKeys &keys ) {
+	uint32_t codes[cConfig::KEYS_PER_PLAYER] = {};
+	headless.GetGame().GetConfig().GetKeys( player + 1, codes );
+	cScriptedInputBackend &input = headless.GetInput();
+	input.SetKey( codes[KEY_UP_INDEX], keys.dy < 0 );
+	input.SetKey( codes[KEY_DOWN_INDEX], keys.dy > 0 );
+	input.SetKey( codes[KEY_RIGHT_INDEX], keys.dx > 0 );
+	input.SetKey( codes[KEY_LEFT_INDEX], keys.dx < 0 );
+	input.SetKey( codes[KEY_FIRE_INDEX], keys.fire );
+	input.SetKey( codes[KEY_SKILL_INDEX], keys.skill );
+	input.SetKey( codes[KEY_USE_INDEX], keys.use );
+}
+
+// An end screen leaves with Escape; a game still running is paused and left from the pause screen.
+bool cAutoplayGame::ReturnToMenu() {
+	cScriptedInputBackend &input = headless.GetInput();
+	input.ReleaseAllKeys();
+	const bool playing = gameState == STATE_PLAYING;
+	input.SetKey( KEY_ESCAPE, true );
+	const bool going = headless.Frame();
+	input.SetKey( KEY_ESCAPE, false );
+	if ( !going || !headless.Frames( MENU_FRAMES ) ) {
+		return false;
+	}
+	if ( playing && ( gameState != STATE_PAUSE || !ClickEntry( ENTRY_BACK ) ) ) {
+		return false;
+	}
+	return gameState == STATE_MAIN_MENU;
+}
+
+std::string DescribeResult( const cGameSetup &setup, const cGameResult &result ) {
+	char players[48];
+	if ( setup.players == 2 ) {
+		std::snprintf( players, sizeof( players ), "%s + %s", CHARACTER_NAMES[setup.character],
+					   CHARACTER_NAMES[1 - setup.character] );
+	} else {
+		std::snprintf( players, sizeof( players ), "%s", CHARACTER_NAMES[setup.character] );
+	}
+	char health[32];
+	if ( setup.players == 2 ) {
+		std::snprintf( health, sizeof( health ), "%d/%d", result.health[0], result.health[1] );
+	} else {
+		std::snprintf( health, sizeof( health ), "%d", result.health[0] );
+	}
+	char line[400];
+	std::snprintf( line, sizeof( line ),
+				   "%dP %-14s difficulty %d: %-10s frames %5d (%5.1f s)  enemies left %2d  health %-7s lowest %3d  hits taken %2d  revivals %d  doors closed %d/%d  shots %4d  "
+				   "UpdateInGame mean %.1f us p99 %.1f us  frame mean %.1f us p99 %.1f us",
+				   setup.players, players, setup.difficulty, DescribeOutcome( result.outcome ), result.frames,
+				   result.frames * static_cast<double>( cGame::FRAME_TIME ) / 1000.0, result.enemiesLeft, health,
+				   result.lowestHealth, result.hitsTaken, result.revivals, result.doorsClosed, result.doorsAtStart, result.shots, GetMean( result.updateTimes ), GetPercentile( result.updateTimes, 0.99 ),
+				   GetMean( result.frameTimes ), GetPercentile( result.frameTimes, 0.99 ) );
+	return line;
+}
+
+double GetPercentile( std::vector<double> values, double fraction ) {
+	if ( values.empty() ) {
+		return 0.0;
+	}
+	std::sort( values.begin(), values.end() );
+	const size_t index = std::min( values.size() - 1, static_cast<size_t>( fraction * static_cast<double>( values.size() ) ) );
+	return values[index];
+}
+
+double GetMean( const std::vector<double> &values ) {
+	return values.empty() ? 0.0 : std::accumulate( values.begin(), values.end(), 0.0 ) / static_cast<double>( values.size() );
+}
