@@ -103,7 +103,7 @@ void cAutoplayGame::RunPlay( const cGameSetup &setup, cGameResult &result ) {
 	const uint32_t startTick = headless.GetClock().GetTickCount();
 	while ( gameState == STATE_PLAYING && result.frames < setup.frameLimit ) {
 		for ( size_t player = 0; player < bots.size(); player++ ) {
-			PressKeys( static_cast<int>( player ), bots[player]->Think( headless.GetGame() ) );
+			PressBotKeys( headless, static_cast<int>( player ), bots[player]->Think( headless.GetGame() ) );
 		}
 		if ( !RunFrame( setup, startTick, result ) ) {
 			result.outcome = OUTCOME_BROKEN;
@@ -166,7 +166,7 @@ bool cAutoplayGame::RunFrame( const cGameSetup &setup, uint32_t startTick, cGame
 	return going;
 }
 
-void cAutoplayGame::PressKeys( int player, const cBotKeys &keys ) {
+void PressBotKeys( cHeadlessGame &headless, int player, const cBotKeys &keys ) {
 	uint32_t codes[cConfig::KEYS_PER_PLAYER] = {};
 	headless.GetGame().GetConfig().GetKeys( player + 1, codes );
 	cScriptedInputBackend &input = headless.GetInput();

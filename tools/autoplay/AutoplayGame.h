@@ -64,13 +64,14 @@ private:
 	void				RunPlay( const cGameSetup &setup, cGameResult &result );
 	bool				RunFrame( const cGameSetup &setup, uint32_t startTick, cGameResult &result );
 	void				CountHits( cGameResult &result, int32_t lastHealth[2], bool wasDown[2] ) const;
-	void				PressKeys( int player, const cBotKeys &keys );
 	bool				ReturnToMenu();
 
 	cHeadlessGame &		headless;
 	std::function<void( const cGame &, int )>	watcher;
 };
 
+// Sets the keys of a player (0 or 1) in the scripted input, by the player's bindings in the options.
+void					PressBotKeys( cHeadlessGame &headless, int player, const cBotKeys &keys );
 // One line for a game: characters, difficulty, outcome, frames, enemies left and the frame times.
 std::string				DescribeResult( const cGameSetup &setup, const cGameResult &result );
 // The value at a fraction (0.5 the median, 0.99 the 99th percentile) of the times.

@@ -1,0 +1,92 @@
+// Measures the in-game frame, UpdateInGame with the frame's menu step around it (cGame::Process
+// while a game is played), over whole games played by the autoplay bots: the twelve choices of
+// players, player 1's character and difficulty, one game each. Prints the median, the 99th
+// percentile and the longest frame over all frames of play, then one line per game.
+//   bench-game [--resources=FOLDER] [--frames=N]
+// FOLDER holds resources/ (the working directory by default); N limits each game (30000).
+
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "AutoplayGame.h"
+#include "platform/headless/HeadlessGame.h"
+
+namespace {
+
+const int CHARACTERS = 2;
+const int DIFFICULTIES = 3;
+
+bool ReadOptions( int argc, char **argv, std::string &resources, int &frames ) {
+	for ( int i = 1; i < argc; i++ ) {
+		if ( std::strncmp( argv[i], "--resources=", 12 ) == 0 ) {
+			resources = argv[i] + 12;
+		} else if ( std::strncmp( argv[i], "--frames=", 9 ) == 0 ) {
+			frames = std::atoi( argv[i] + 9 );
+		} else {
+			return false;
+		}
+	}
+	return frames > 0;
+}
+
+std::vector<cGameSetup> ListGames( int frames ) {
+	std::vector<cGameSetup> setups;
+	for ( int players = 1; players <= 2; players++ ) {
+		for ( int character = 0; character < CHARACTERS; character++ ) {
+			for ( int difficulty = 1; difficulty <= DIFFICULTIES; difficulty++ ) {
+				cGameSetup setup;
+				setup.players = players;
+				setup.character = character;
+				setup.difficulty = difficulty;
+				setup.frameLimit = frames;
+				setups.push_back( setup );
+			}
+		}
+	}
+	return setups;
+}
+
+}
+
+int main( int argc, char **argv ) {
+	std::string resources;
+	int frames = 30000;
+	if ( !ReadOptions( argc, argv, resources, frames ) ) {
+		std::fprintf( stderr, "usage: bench-game [--resources=FOLDER] [--frames=N]\n" );
+		return 2;
+	}
+	if ( !resources.empty() && chdir( resources.c_str() ) != 0 ) {
+		std::fprintf( stderr, "bench-game: cannot enter %s\n", resources.c_str() );
+		return 2;
+	}
+	cHeadlessGame headless;
+	headless.GetGraphics().SetRecording( false );
+	if ( !headless.Start() || !headless.Frames( 2 ) ) {
+		std::fprintf( stderr, "bench-game: the game did not start\n" );
+		return 1;
+	}
+	cAutoplayGame autoplay( headless );
+	std::vector<double> times;
+	std::vector<std::string> lines;
+	for ( const cGameSetup &setup : ListGames( frames ) ) {
+		cGameResult result;
+		if ( !autoplay.Play( setup, result ) || result.outcome == OUTCOME_BROKEN ) {
+			std::fprintf( stderr, "bench-game: a game did not run through\n" );
+			return 1;
+		}
+		times.insert( times.end(), result.updateTimes.begin(), result.updateTimes.end() );
+		lines.push_back( DescribeResult( setup, result ) );
+	}
+	std::printf( "UpdateInGame over %zu autoplay games, %zu frames of play: p50 %.2f us, p99 %.2f us, max %.2f us, "
+				 "mean %.2f us\n", lines.size(), times.size(), GetPercentile( times, 0.50 ), GetPercentile( times, 0.99 ),
+				 GetPercentile( times, 1.0 ), GetMean( times ) );
+	for ( const std::string &line : lines ) {
+		std::printf( "  %s\n", line.c_str() );
+	}
+	return 0;
+}
