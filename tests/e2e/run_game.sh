@@ -45,20 +45,24 @@ sleep 0.3
 xdotool windowfocus "$question" 2>/dev/null || true
 xdotool key Escape
 
-# Then the game's window: the one whose size is a whole multiple of 640 x 480.
-window=""
+# Then the game's window: the one whose size is a whole multiple of 640 x 480, once it is mapped.
+# The first window of that size may not be the last: creating an accelerated renderer can make
+# SDL replace the window with one that suits it, so a window that vanishes is looked for again.
+is_viewable() { xwininfo -id "$1" 2>/dev/null | grep -q "Map State: IsViewable"; }
+window="" sized=""
 for _ in $(seq 1 100); do
   while read -r id width height; do
     if [ $((width % 640)) -eq 0 ] && [ $((width / 640 * 480)) -eq "$height" ]; then
-      window=$id scale=$((width / 640))
+      sized=$id
+      is_viewable "$id" && window=$id scale=$((width / 640))
     fi
   done < <(titled_windows)
   [ -n "$window" ] && break
   kill -0 "$pid" 2>/dev/null || fail "the game ended before its window appeared: $(cat "$work/stdout.txt")"
   sleep 0.1
 done
-[ -n "$window" ] || fail "no window of 640 x 480 (or a whole multiple) titled Project Kormaveth 2D"
-xwininfo -id "$window" | grep -q "Map State: IsViewable" || fail "the window is not mapped"
+[ -n "$sized" ] || fail "no window of 640 x 480 (or a whole multiple) titled Project Kormaveth 2D"
+[ -n "$window" ] || fail "the window is not mapped"
 sleep 1
 shot="$artefacts/$scenario-main-menu.png"
 # ImageMagick's own convert (the plain name may be shadowed by another tool); xwd grabs the window.
