@@ -19,3 +19,11 @@ echo "== Sanitizer build and tests"
 cmake -S . -B build/asan -DCMAKE_BUILD_TYPE=Debug -DKMVT_SANITIZE=ON -DKMVT_WERROR=ON -DKMVT_BUILD_TOOLS=OFF > /dev/null
 cmake --build build/asan -j"$jobs"
 ctest --test-dir build/asan --output-on-failure -j"$jobs"
+
+# ---- Fuzzing (added with the fuzz targets; owned by the fuzzing work) ----------------------------
+# The map layer loader, the WAV reader and the keyed picture loader, 60 s each under libFuzzer with
+# AddressSanitizer and UndefinedBehaviorSanitizer; any finding fails the test command.
+echo "== Fuzzing the file readers"
+fuzz_start=$SECONDS
+scripts/fuzz.sh 60
+echo "== Fuzzing took $(( SECONDS - fuzz_start )) s"
