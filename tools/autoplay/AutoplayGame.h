@@ -39,6 +39,7 @@ struct cGameResult {
 	int					enemiesLeft = 0;
 	int					health[2] = { 0, 0 };	// at the end; 0 for a player who is down or gone
 	int					shots = 0;			// presses of the fire keys
+	int					skills = 0;			// presses of the skill keys
 	int					hitsTaken = 0;		// frames in which a player lost health
 	int					revivals = 0;		// players brought back by their partner
 	int					lowestHealth = 100;	// of any player during the game

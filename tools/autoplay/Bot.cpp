@@ -159,6 +159,7 @@ cBotKeys cBot::Think( const cGame &game ) {
 	keys.skill = ChooseSkill( danger );
 	if ( keys.skill ) {
 		lastSkillFrame = frame;
+		skillPresses++;
 	}
 	keys.use = intent.use && !IsNextToDoor();
 	lastX = situation.x;

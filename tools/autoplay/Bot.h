@@ -38,6 +38,7 @@ public:
 
 	cBotKeys			Think( const cGame &game );
 	int					GetShotsFired() const { return shotsFired; }
+	int					GetSkillPresses() const { return skillPresses; }
 
 private:
 	// What the bot is after this frame, and which way that lies.
@@ -111,4 +112,5 @@ private:
 	int					unstickFrames = 0;
 	int32_t				unstickDirection = 0;
 	int					shotsFired = 0;
+	int					skillPresses = 0;
 };
