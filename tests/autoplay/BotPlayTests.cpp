@@ -1,10 +1,11 @@
 // The bot playing the real game on tiny maps: it turns to a soldier in its row and shoots it
 // down, it steps out of a shot coming at it, and it revives its partner from a cell away from the
-// door that lumra would otherwise open.
+// door that lumra would otherwise open; and it wins the real level with every door closed.
 
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "AutoplayGame.h"
@@ -129,4 +130,29 @@ TEST_F( BotPlayTest, RevivesThePartnerFromACellAwayFromTheDoor ) {
 	EXPECT_FALSE( tavesh.IsDead() ) << "not revived after 400 frames";
 	EXPECT_EQ( tavesh.GetHealth(), 26 );
 	EXPECT_EQ( Game().GetScene()->GetWalkCode( 3, 2 ), WALK_DOOR ) << "the door was opened";
+}
+
+// The real level at difficulty 1, every door left closed: tavesh alone, lumra alone and the two
+// together reach the boss and win. A loss here means the bot or the level has gone wrong.
+TEST( BotLevelTest, WinsTheLevelAloneWithEitherHeroAndTogether ) {
+	cHeadlessGame headless;
+	headless.GetGraphics().SetRecording( false );
+	ASSERT_TRUE( headless.Start() );
+	ASSERT_TRUE( headless.Frames( 2 ) );
+	cAutoplayGame autoplay( headless );
+	struct cChoice { int players; int character; };
+	for ( const cChoice choice : { cChoice{ 1, 0 }, cChoice{ 1, 1 }, cChoice{ 2, 0 } } ) {
+		cGameSetup setup;
+		setup.players = choice.players;
+		setup.character = choice.character;
+		setup.difficulty = 1;
+		setup.frameLimit = 12000;
+		cGameResult result;
+		ASSERT_TRUE( autoplay.Play( setup, result ) ) << "the menus did not lead to a game and back";
+		const std::string line = DescribeResult( setup, result );
+		EXPECT_EQ( result.outcome, OUTCOME_VICTORY ) << line;
+		EXPECT_EQ( result.enemiesLeft, 0 ) << line;
+		EXPECT_GT( result.doorsAtStart, 0 ) << "the level has no doors";
+		EXPECT_EQ( result.doorsClosed, result.doorsAtStart ) << "a door was opened: " << line;
+	}
 }
