@@ -151,7 +151,6 @@ TEST( BotLevelTest, WinsTheLevelAloneWithEitherHeroAndTogether ) {
 		ASSERT_TRUE( autoplay.Play( setup, result ) ) << "the menus did not lead to a game and back";
 		const std::string line = DescribeResult( setup, result );
 		EXPECT_EQ( result.outcome, OUTCOME_VICTORY ) << line;
-		EXPECT_EQ( result.enemiesLeft, 0 ) << line;
 		EXPECT_GT( result.doorsAtStart, 0 ) << "the level has no doors";
 		EXPECT_EQ( result.doorsClosed, result.doorsAtStart ) << "a door was opened: " << line;
 	}
