@@ -18,6 +18,31 @@ public:
 
 namespace {
 
+// The largest picture the game accepts: the tile sheet, one column of tiles, is the tallest.
+const uint32_t MAX_PICTURE_SIDE = 16384;					// in pixels
+const uint64_t MAX_PICTURE_PIXELS = 16u * 1024u * 1024u;	// 64 MB once decoded to ARGB
+
+uint32_t ReadBigEndian( const Uint8 *bytes ) {
+	return ( uint32_t( bytes[0] ) << 24 ) | ( uint32_t( bytes[1] ) << 16 ) | ( uint32_t( bytes[2] ) << 8 ) | bytes[3];
+}
+
+// Reads the size a PNG's header promises and puts the stream back where it was. A broken file of
+// a few bytes can promise a picture of gigabytes, which the decoder would try to allocate.
+bool HasSensiblePngSize( SDL_RWops *source ) {
+	Uint8 header[24];		// signature, then the IHDR chunk's length, name, width and height
+	const Sint64 start = SDL_RWtell( source );
+	const size_t got = SDL_RWread( source, header, 1, sizeof( header ) );
+	if ( start < 0 || SDL_RWseek( source, start, RW_SEEK_SET ) < 0 || got != sizeof( header ) ) {
+		return false;
+	}
+	if ( SDL_memcmp( header + 12, "IHDR", 4 ) != 0 ) {
+		return false;
+	}
+	const uint32_t width = ReadBigEndian( header + 16 );
+	const uint32_t height = ReadBigEndian( header + 20 );
+	return width <= MAX_PICTURE_SIDE && height <= MAX_PICTURE_SIDE && uint64_t( width ) * height <= MAX_PICTURE_PIXELS;
+}
+
 Uint8 Channel( uint32_t argb, int shift ) {
 	return static_cast<Uint8>( ( argb >> shift ) & 0xFF );
 }
@@ -94,9 +119,14 @@ SDL_Surface *cSdlGraphicsBackend::LoadKeyedSurface( const char *path, bool useKe
 
 // Takes the stream over and closes it. Only the PNG decoder is asked: every picture of the game is
 // a PNG, and a file is then never handed to SDL_image's other decoders, whose GIF reader crashes on
-// some broken files.
+// some broken files. A header that promises a giant picture is refused before decoding.
 SDL_Surface *cSdlGraphicsBackend::LoadKeyedSurface( SDL_RWops *source, bool useKey, uint32_t colourKey ) {
 	if ( source == nullptr ) {
+		return nullptr;
+	}
+	if ( !HasSensiblePngSize( source ) ) {
+		SDL_RWclose( source );
+		SDL_SetError( "the picture is not a PNG of a size the game can use" );
 		return nullptr;
 	}
 	SDL_Surface *loaded = IMG_LoadPNG_RW( source );

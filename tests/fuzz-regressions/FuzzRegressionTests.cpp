@@ -9,10 +9,13 @@
 //                                        allocated (a crash without the sanitizers); pictures are
 //                                        now decoded as PNG only.
 //   picture/gif-of-62451-by-62451.gif    146 bytes that made the GIF decoder ask for 3.9 GB.
-//   picture/png-of-30000-by-30000.png    made here: 70 bytes of valid PNG header that make the
-//                                        decoder ask for 3.6 GB before it finds the data short.
+//   picture/png-of-30000-by-30000.png    made here: 70 bytes of valid PNG header that made the
+//                                        decoder ask for 3.6 GB before it found the data short;
+//                                        a header promising more than the game's largest picture
+//                                        is now refused before decoding.
 
 #include <SDL.h>
+#include <SDL_image.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -159,10 +162,23 @@ TEST( FuzzRegressions, HostileSoundsKeepEveryRule ) {
 	}
 }
 
+// A well-formed PNG one pixel high, as wide as asked.
+static std::string MakeWidePng( int width ) {
+	SDL_Surface *surface = SDL_CreateRGBSurfaceWithFormat( 0, width, 1, 32, SDL_PIXELFORMAT_ARGB8888 );
+	std::vector<char> buffer( 1 << 20 );
+	SDL_RWops *out = SDL_RWFromMem( buffer.data(), static_cast<int>( buffer.size() ) );
+	const bool saved = surface != nullptr && out != nullptr && IMG_SavePNG_RW( surface, out, 0 ) == 0;
+	const Sint64 size = out != nullptr ? SDL_RWtell( out ) : 0;
+	SDL_RWclose( out );
+	SDL_FreeSurface( surface );
+	return saved && size > 0 ? std::string( buffer.data(), static_cast<size_t>( size ) ) : std::string();
+}
+
 TEST( FuzzRegressions, OnlyPngPicturesAreDecoded ) {
 	const std::string cursor = ReadWholeFile( "resources/menu/mouse.png" );
 	ASSERT_FALSE( cursor.empty() );
 	EXPECT_TRUE( LoadsAsPicture( cursor ) );
+	EXPECT_TRUE( LoadsAsPicture( MakeWidePng( 16384 ) ) ) << "the widest picture the game takes";
 	const struct {
 		const char *	what;
 		std::string		bytes;
@@ -171,6 +187,7 @@ TEST( FuzzRegressions, OnlyPngPicturesAreDecoded ) {
 		{ "the PNG signature alone", cursor.substr( 0, 8 ) },
 		{ "the cursor cut in half", cursor.substr( 0, cursor.size() / 2 ) },
 		{ "a BMP header", std::string( "BM" ) + std::string( 60, '\0' ) },
+		{ "a whole PNG wider than the widest picture the game takes", MakeWidePng( 16385 ) },
 	};
 	for ( const auto &test : refused ) {
 		EXPECT_EQ( RunCheck( CheckPicture, test.bytes ), "" ) << test.what;
