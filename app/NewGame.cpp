@@ -58,6 +58,7 @@ const cSpawn ENEMY_SPAWNS[] = {
 // A map that cannot be loaded leaves the game in the main menu with nothing in it: the next
 // click on a character tries again.
 void cGame::NewGame() {
+	ClearGame();	// the old game goes before the new map is read, so the two never live together
 	SetUpGame( std::make_unique<cScene>() );
 	if ( !scene->IsUsable() ) {
 		cLog::Write( "Error starting a new game: the map could not be loaded" );
