@@ -1,0 +1,80 @@
+#include "replay/Recorder.h"
+
+#include "app/Game.h"
+#include "app/StateHash.h"
+#include "replay/RecordingClock.h"
+#include "replay/RecordingInput.h"
+#include "replay/ReplayFile.h"
+#include "Version.h"
+
+cRecorder::cRecorder( cInputBackend &platformInput, cClock &platformClock )
+	: input( std::make_unique<cRecordingInput>( platformInput, *this ) ),
+	  clock( std::make_unique<cRecordingClock>( platformClock, *this ) ) {
+}
+
+cRecorder::~cRecorder() = default;
+
+cInputBackend &cRecorder::GetInput() {
+	return *input;
+}
+
+cClock &cRecorder::GetClock() {
+	return *clock;
+}
+
+// The state at a step's poll is the state the step before left.
+void cRecorder::BeginStep( bool pause ) {
+	const uint64_t done = tape.GetStepCount();
+	if ( watched != nullptr && done > 0 && done % cRecording::CHECKPOINT_EVERY == 0 ) {
+		checkpoints.push_back( cCheckpoint::Take( done, cStateHash( *watched ) ) );
+	}
+	tape.BeginStep( pause );
+}
+
+cRecording cRecorder::GetRecording() const {
+	cRecording recording;
+	recording.gameVersion = KMVT_VERSION;
+	recording.soundOpened = watched != nullptr && watched->GetSoundLayer().IsEnabled();
+	recording.steps = tape.GetStepCount();
+	recording.tape = tape.GetTape();
+	recording.checkpoints = checkpoints;
+	// The last step's checkpoint, even at a round number: its poll never came.
+	if ( watched != nullptr && recording.steps > 0 ) {
+		recording.checkpoints.push_back( cCheckpoint::Take( recording.steps, cStateHash( *watched ) ) );
+	}
+	return recording;
+}
+
+bool cRecorder::Save( const std::string &path, std::string &error ) const {
+	return cReplayFile::Save( path, GetRecording(), error );
+}
+
+bool cRecordingInput::TakePauseRequest() {
+	const bool pause = platform.TakePauseRequest();
+	recorder.BeginStep( pause );
+	return pause;
+}
+
+bool cRecordingInput::ReadKeyboard( uint8_t state[256] ) {
+	const bool read = platform.ReadKeyboard( state );
+	recorder.GetTape().PutKeyboard( read, state );
+	return read;
+}
+
+bool cRecordingInput::ReadMouse( cMouseReading &reading ) {
+	const bool read = platform.ReadMouse( reading );
+	recorder.GetTape().PutMouse( read, reading );
+	return read;
+}
+
+uint32_t cRecordingClock::GetTickCount() {
+	const uint32_t now = platform.GetTickCount();
+	recorder.GetTape().PutTick( now );
+	return now;
+}
+
+std::time_t cRecordingClock::GetCalendarTime() {
+	const std::time_t now = platform.GetCalendarTime();
+	recorder.GetTape().PutCalendar( now );
+	return now;
+}

@@ -1,0 +1,47 @@
+#pragma once
+// cRecorder records a run of the game: the game is given the recorder's input backend and clock,
+// which pass the platform's through and note every value on the tape. A step begins with the input
+// layer's poll, whose first question is the pause request; every 100 steps the recorder keeps a
+// checkpoint of the watched game's state.
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "replay/Checkpoint.h"
+#include "replay/Recording.h"
+#include "replay/TapeWriter.h"
+
+class cClock;
+class cGame;
+class cInputBackend;
+class cRecordingClock;
+class cRecordingInput;
+
+class cRecorder {
+public:
+						cRecorder( cInputBackend &platformInput, cClock &platformClock );
+						~cRecorder();
+						cRecorder( const cRecorder & ) = delete;
+	cRecorder &			operator=( const cRecorder & ) = delete;
+
+	cInputBackend &		GetInput();
+	cClock &			GetClock();
+	// The game whose state the checkpoints hold; not owned.
+	void				Watch( const cGame &game ) { watched = &game; }
+
+	// The recording up to now, the last step's checkpoint included.
+	cRecording			GetRecording() const;
+	bool				Save( const std::string &path, std::string &error ) const;
+
+	// From the recording backends.
+	void				BeginStep( bool pause );
+	cTapeWriter &		GetTape() { return tape; }
+
+private:
+	cTapeWriter			tape;
+	std::vector<cCheckpoint> checkpoints;
+	const cGame *		watched = nullptr;
+	std::unique_ptr<cRecordingInput> input;
+	std::unique_ptr<cRecordingClock> clock;
+};

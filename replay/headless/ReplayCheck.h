@@ -1,0 +1,24 @@
+#pragma once
+// cReplayCheck plays a recording without a window or sound, as fast as it goes, comparing every
+// checkpoint: what --verify runs, and the replay tests.
+
+#include <cstdint>
+#include <string>
+
+class cGame;
+struct cRecording;
+
+struct cReplayOutcome {
+	bool				matched = false;	// every step read as recorded and every checkpoint agreed
+	uint64_t			steps = 0;			// steps played
+	uint64_t			divergedAt = 0;		// the first step that went another way, 0 for none
+	std::string			difference;			// what differed there
+	uint64_t			finalHash = 0;		// the state hash after the last step played
+};
+
+class cReplayCheck {
+public:
+	static cReplayOutcome	Run( const cRecording &recording );
+	// One step of the game as the program runs it; false when the player quit.
+	static bool				StepGame( cGame &game );
+};

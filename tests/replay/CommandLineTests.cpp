@@ -1,0 +1,46 @@
+// The command line: each accepted form and what it asks for; everything else is wrong, with the
+// reason on the usage line.
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "replay/CommandLine.h"
+
+TEST( CommandLineTest, EachFormAndEachMistake ) {
+	const struct {
+		std::vector<const char *>	arguments;
+		cCommandLine::eMode			mode;
+		const char *				fileOrError;
+	} cases[] = {
+		{ {}, cCommandLine::PLAY, "" },
+		{ { "--record", "a.kmr" }, cCommandLine::RECORD, "a.kmr" },
+		{ { "--replay", "b.kmr" }, cCommandLine::REPLAY, "b.kmr" },
+		{ { "--replay", "c.kmr", "--verify" }, cCommandLine::VERIFY, "c.kmr" },
+		{ { "--verify", "--replay", "--record" }, cCommandLine::VERIFY, "--record" },
+		{ { "--help" }, cCommandLine::HELP, "" },
+		{ { "--version" }, cCommandLine::VERSION, "" },
+		{ { "--fullscreen" }, cCommandLine::WRONG, "unexpected argument '--fullscreen'" },
+		{ { "--record" }, cCommandLine::WRONG, "--record needs a file" },
+		{ { "--replay", "" }, cCommandLine::WRONG, "--replay needs a file" },
+		{ { "--verify" }, cCommandLine::WRONG, "--verify goes with --replay FILE" },
+		{ { "--record", "a", "--verify" }, cCommandLine::WRONG, "--verify goes with --replay FILE" },
+		{ { "--record", "a", "--replay", "b" }, cCommandLine::WRONG, "unexpected argument '--replay'" },
+		{ { "--replay", "a", "--verify", "--verify" }, cCommandLine::WRONG, "unexpected argument '--verify'" },
+		{ { "--help", "--version" }, cCommandLine::WRONG, "unexpected argument '--help'" },
+		{ { "--replay", "a", "--help" }, cCommandLine::WRONG, "unexpected argument '--help'" },
+	};
+	for ( const auto &c : cases ) {
+		std::vector<const char *> argv = { "kormaveth2d" };
+		argv.insert( argv.end(), c.arguments.begin(), c.arguments.end() );
+		const cCommandLine line = cCommandLine::Parse( static_cast<int>( argv.size() ), argv.data() );
+		std::string joined;
+		for ( const char *argument : c.arguments ) {
+			joined += std::string( " " ) + argument;
+		}
+		EXPECT_EQ( line.mode, c.mode ) << joined;
+		EXPECT_EQ( line.mode == cCommandLine::WRONG ? line.error : line.file, c.fileOrError ) << joined;
+	}
+	const std::string usage = cCommandLine::GetUsageLine( "unexpected argument 'x'" );
+	EXPECT_EQ( usage.find( '\n' ), usage.size() - 1 ) << "one line: " << usage;
+}

@@ -1,0 +1,157 @@
+// Recording and playback of a real game, headless: a scripted run through the menus into play
+// replays exactly; a replay that goes another way stops at the first checkpoint that disagrees and
+// names the part; once a replay ends, the player's own keys and clock take over.
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "app/Game.h"
+#include "app/GameState.h"
+#include "app/MenuEntries.h"
+#include "graphics/headless/RecordingGraphicsBackend.h"
+#include "input/KeyCodes.h"
+#include "input/headless/ScriptedInputBackend.h"
+#include "platform/Clock.h"
+#include "platform/Platform.h"
+#include "replay/Recorder.h"
+#include "replay/Replay.h"
+#include "replay/headless/ReplayCheck.h"
+#include "sound/headless/RecordingSoundBackend.h"
+#include "support/LogCapture.h"
+
+namespace {
+
+const int STEPS = 420;
+const std::time_t CALENDAR = 1700000000;
+
+using tScript = std::function<void( cScriptedInputBackend &, int )>;
+
+void Click( cScriptedInputBackend &input, int step, int at, int entry ) {
+	if ( step == at || step == at + 1 ) {
+		const cRect &rect = MENU_ENTRIES[entry - 1];
+		input.SetMousePosition( ( rect.left + rect.right ) / 2, ( rect.top + rect.bottom ) / 2 );
+		input.SetButton( 0, step == at );
+	}
+}
+
+// One player, tavesh; walks right firing, then turns, uses his skill, pauses with Escape and
+// resumes, loses the focus and resumes.
+void PlayAGame( cScriptedInputBackend &input, int step, int turnKey ) {
+	Click( input, step, 5, 1 );
+	Click( input, step, 10, 3 );
+	input.SetKey( KEY_D, step > 20 && step < 150 );
+	input.SetKey( KEY_H, step > 30 && step % 20 < 10 );
+	input.SetKey( turnKey, step >= 150 && step < 300 );
+	input.SetKey( KEY_J, step == 160 );
+	input.SetKey( KEY_ESCAPE, step == 330 );
+	Click( input, step, 340, 4 );
+	if ( step == 360 ) {
+		input.RequestPause();
+	}
+	Click( input, step, 370, 4 );
+}
+
+// The game on the scripted input through a recorder, the clock moving 15 msec a step and the
+// calendar second with it, as in the program.
+cRecording Record( const tScript &script ) {
+	cManualClock clock( 1000, CALENDAR );
+	cScriptedInputBackend input;
+	cRecordingGraphicsBackend graphics;
+	graphics.SetRecording( false );
+	cRecordingSoundBackend sound;
+	cRecorder recorder( input, clock );
+	SetClock( &recorder.GetClock() );
+	gameState = STATE_MAIN_MENU;
+	cRecording recording;
+	{
+		cGame game;
+		cPlatform platform;
+		platform.graphics = &graphics;
+		platform.input = &recorder.GetInput();
+		platform.sound = &sound;
+		EXPECT_TRUE( game.Init( platform, false ) );
+		recorder.Watch( game );
+		for ( int step = 1; step <= STEPS; step++ ) {
+			script( input, step );
+			cReplayCheck::StepGame( game );
+			clock.Advance( cGame::FRAME_TIME );
+			clock.SetCalendarTime( CALENDAR + clock.GetTickCount() / 1000 );
+		}
+		EXPECT_EQ( gameState, STATE_PLAYING ) << "the script should end in play";
+		recording = recorder.GetRecording();
+		game.Finalize();
+	}
+	SetClock( nullptr );
+	gameState = STATE_MAIN_MENU;
+	return recording;
+}
+
+}
+
+TEST( RecordAndReplayTest, AScriptedGameReplaysExactly ) {
+	const cRecording recording = Record( []( cScriptedInputBackend &input, int step ) { PlayAGame( input, step, KEY_A ); } );
+	ASSERT_EQ( recording.steps, static_cast<uint64_t>( STEPS ) );
+	ASSERT_EQ( recording.checkpoints.size(), 5u );
+	EXPECT_EQ( recording.checkpoints.back().step, static_cast<uint64_t>( STEPS ) );
+	const cReplayOutcome outcome = cReplayCheck::Run( recording );
+	EXPECT_TRUE( outcome.matched ) << "step " << outcome.divergedAt << ": " << outcome.difference;
+	EXPECT_EQ( outcome.steps, static_cast<uint64_t>( STEPS ) );
+	EXPECT_EQ( outcome.finalHash, recording.checkpoints.back().total );
+}
+
+// The same tape against another game's checkpoints, a game that turned up instead of left at step
+// 150; and a tape whose sound device is said not to have opened.
+TEST( RecordAndReplayTest, AReplayThatGoesAnotherWayStopsAtTheFirstCheckpointThatDisagrees ) {
+	cLogCapture log;
+	const cRecording left = Record( []( cScriptedInputBackend &input, int step ) { PlayAGame( input, step, KEY_A ); } );
+	cRecording mixed = Record( []( cScriptedInputBackend &input, int step ) { PlayAGame( input, step, KEY_W ); } );
+	mixed.tape = left.tape;
+	cReplayOutcome outcome = cReplayCheck::Run( mixed );
+	EXPECT_FALSE( outcome.matched );
+	EXPECT_EQ( outcome.divergedAt, 200u );
+	EXPECT_EQ( outcome.steps, 200u ) << "the replay stops at the difference";
+	EXPECT_EQ( outcome.difference, "the state differs from the recording's in part \"scene\"" ) << "the camera follows the player";
+	EXPECT_TRUE( log.Contains( "Replay went another way at step 200" ) ) << log.GetText();
+
+	cRecording silent = left;
+	silent.soundOpened = false;
+	outcome = cReplayCheck::Run( silent );
+	EXPECT_EQ( outcome.divergedAt, 100u );
+	EXPECT_EQ( outcome.difference, "the state differs from the recording's in part \"game\"" );
+}
+
+// While the replay plays, the game reads the tape and the player's Escape is only watched; after
+// it, the game reads the player's keys, and the tick count goes on from the recording's last.
+TEST( RecordAndReplayTest, AtTheEndThePlayerTakesOver ) {
+	const cRecording recording = Record( []( cScriptedInputBackend &input, int step ) { PlayAGame( input, step, KEY_A ); } );
+	cScriptedInputBackend player;
+	player.SetKey( KEY_ESCAPE, true );
+	cManualClock clock( 5, CALENDAR );
+	cReplay replay( recording, &player, clock );
+	cRecordingGraphicsBackend graphics;
+	graphics.SetRecording( false );
+	SetClock( &replay.GetClock() );
+	gameState = STATE_MAIN_MENU;
+	{
+		cGame game;
+		cPlatform platform;
+		platform.graphics = &graphics;
+		platform.input = &replay.GetInput();
+		ASSERT_TRUE( game.Init( platform, false ) );
+		while ( !replay.IsAtEnd() ) {
+			cReplayCheck::StepGame( game );
+			EXPECT_TRUE( replay.IsPlayerKeyDown( KEY_ESCAPE ) );
+		}
+		EXPECT_EQ( gameState, STATE_PLAYING );
+		const uint32_t lastTick = replay.GetClock().GetTickCount();
+		replay.Stop();
+		cReplayCheck::StepGame( game );
+		EXPECT_EQ( gameState, STATE_PAUSE ) << "the player's Escape";
+		clock.Advance( cGame::FRAME_TIME );
+		EXPECT_EQ( replay.GetClock().GetTickCount(), lastTick + cGame::FRAME_TIME );
+		game.Finalize();
+	}
+	SetClock( nullptr );
+	gameState = STATE_MAIN_MENU;
+}
