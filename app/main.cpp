@@ -1,5 +1,6 @@
-// The program: asks about full screen, opens the window, runs the game's frames between window
-// events until the window closes or the player quits, then shuts everything down in order.
+// The program: reads its command line, asks about full screen, opens the window, runs the game's
+// frames between window events until the window closes or the player quits, then shuts everything
+// down in order. --replay FILE --verify runs no window at all.
 
 #define SDL_MAIN_HANDLED
 #include <SDL.h>
@@ -13,6 +14,9 @@
 #include "platform/Platform.h"
 #include "platform/sdl/SdlClock.h"
 #include "platform/sdl/SdlWindow.h"
+#include "replay/CommandLine.h"
+#include "replay/Session.h"
+#include "replay/headless/ReplayCheck.h"
 #include "sound/sdl/SdlSoundBackend.h"
 
 namespace {
@@ -29,7 +33,7 @@ bool CreateMainWindow( cSdlWindow &window, bool &fullscreen ) {
 }
 
 // Each pass handles one pending window event, or runs one frame when none is pending.
-void RunFrames( cSdlInputBackend &input ) {
+void RunFrames( cSdlInputBackend &input, cSession &session ) {
 	for ( ;; ) {
 		SDL_Event event;
 		if ( SDL_PollEvent( &event ) ) {
@@ -37,13 +41,13 @@ void RunFrames( cSdlInputBackend &input ) {
 				return;
 			}
 			input.HandleEvent( event );
-		} else if ( !game.Loop() ) {
+		} else if ( !session.Step( game ) ) {
 			return;
 		}
 	}
 }
 
-void RunGame() {
+void RunGame( const cCommandLine &line, cSdlClock &clock ) {
 	cSdlWindow window;
 	bool fullscreen = false;
 	if ( !CreateMainWindow( window, fullscreen ) ) {
@@ -53,19 +57,38 @@ void RunGame() {
 	cSdlGraphicsBackend graphics( window );
 	cSdlInputBackend input( window );
 	cSdlSoundBackend sound;
+	cSession session;
+	std::string error;
+	if ( !session.Open( line, input, &sound, clock, error ) ) {
+		std::fprintf( stderr, "%s\n", error.c_str() );
+	}
+	SetClock( &session.GetClock() );
 	cPlatform platform;
 	platform.graphics = &graphics;
-	platform.input = &input;
-	platform.sound = &sound;
+	platform.input = &session.GetInput();
+	platform.sound = session.GetSound();
+	session.Watch( game );
 	if ( game.Init( platform, fullscreen ) ) {
-		RunFrames( input );
+		RunFrames( input, session );
+	}
+	if ( !session.Close( error ) ) {
+		std::fprintf( stderr, "%s\n", error.c_str() );
 	}
 	game.Finalize();
+	SetClock( &clock );
 }
 
 }
 
-int main( int, char ** ) {
+int main( int argc, char **argv ) {
+	const cCommandLine line = cCommandLine::Parse( argc, argv );
+	switch ( line.mode ) {
+		case cCommandLine::HELP:	std::fputs( cCommandLine::GetHelp().c_str(), stdout ); return 0;
+		case cCommandLine::VERSION:	std::fputs( cCommandLine::GetVersion().c_str(), stdout ); return 0;
+		case cCommandLine::WRONG:	std::fputs( cCommandLine::GetUsageLine( line.error ).c_str(), stderr ); return 2;
+		case cCommandLine::VERIFY:	return cReplayCheck::Verify( line.file );
+		default:					break;
+	}
 	SDL_SetMainReady();
 	if ( SDL_Init( SDL_INIT_VIDEO | SDL_INIT_EVENTS ) != 0 ) {
 		std::fprintf( stderr, "%s: cannot start SDL: %s\n", cSdlWindow::TITLE, SDL_GetError() );
@@ -75,7 +98,7 @@ int main( int, char ** ) {
 	IMG_Init( IMG_INIT_PNG );
 	cSdlClock clock;
 	SetClock( &clock );
-	RunGame();
+	RunGame( line, clock );
 	SetClock( nullptr );
 	IMG_Quit();
 	SDL_Quit();

@@ -1,5 +1,5 @@
 #pragma once
-// The rules that every input must keep when it goes through one of the game's three file readers,
+// The rules that every input must keep when it goes through one of the game's file readers,
 // shared by the fuzz targets and the replay test. A check returns an empty text when every rule
 // held for the input, else the first rule broken and where.
 
@@ -16,3 +16,7 @@ std::string CheckWave( const uint8_t *data, size_t size );
 // The bytes as a picture loaded with and without the cursor's colour key: both load or neither,
 // as ARGB of the same size, differing exactly in the keyed pixels.
 std::string CheckPicture( const uint8_t *data, size_t size );
+// The bytes as a replay file: refused with a reason and nothing kept, or read into a recording
+// with a checkpoint for every 100 steps, whose tape plays exactly its steps and which, written
+// again, reads back the same.
+std::string CheckReplayFile( const uint8_t *data, size_t size );

@@ -1,16 +1,17 @@
 #!/usr/bin/env bash
 # Writes the fuzz targets' seed corpora from the game's own resource files into a folder:
-#   fuzz/make-seeds.sh OUT     makes OUT/map, OUT/wave and OUT/picture
+#   fuzz/make-seeds.sh OUT     makes OUT/map, OUT/wave, OUT/picture and OUT/replay
 # map:     the four map layers, and the walk layer on one line with tabs and with CRLF line ends.
 # wave:    every sound; the long music files cut to their header and 16 KiB of samples (the data
 #          size rewritten) so they stay small inputs, and the item sound relabelled 8-bit mono.
 # picture: every picture and the window icon, and the cursor in other formats (when ImageMagick is
 #          at hand), which the loader, decoding PNG only, must refuse without harm.
+# replay:  the recorded games of tests/replays/.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 out=${1:?usage: fuzz/make-seeds.sh OUT}
 rm -rf "$out"
-mkdir -p "$out/map" "$out/wave" "$out/picture"
+mkdir -p "$out/map" "$out/wave" "$out/picture" "$out/replay"
 
 max_wave_samples=16384		# in bytes: whole frames of every format the game takes
 
@@ -57,3 +58,4 @@ make_picture_seeds() {
 make_map_seeds
 make_wave_seeds
 make_picture_seeds
+cp tests/replays/*.kmr "$out/replay/" 2> /dev/null || true

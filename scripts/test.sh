@@ -21,9 +21,10 @@ cmake --build build/asan -j"$jobs"
 ctest --test-dir build/asan --output-on-failure -j"$jobs"
 
 # ---- Fuzzing (added with the fuzz targets; owned by the fuzzing work) ----------------------------
-# The map layer loader, the WAV reader and the keyed picture loader, 60 s each under libFuzzer with
-# AddressSanitizer and UndefinedBehaviorSanitizer; any finding fails the test command.
+# The map layer loader, the WAV reader, the keyed picture loader and the replay reader, 45 s each
+# under libFuzzer with AddressSanitizer and UndefinedBehaviorSanitizer; any finding fails the test
+# command.
 echo "== Fuzzing the file readers"
 fuzz_start=$SECONDS
-scripts/fuzz.sh 60
+scripts/fuzz.sh 45
 echo "== Fuzzing took $(( SECONDS - fuzz_start )) s"

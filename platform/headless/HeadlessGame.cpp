@@ -15,10 +15,10 @@ cHeadlessGame::~cHeadlessGame() {
 	SetClock( nullptr );
 }
 
-bool cHeadlessGame::Start( bool fullscreen ) {
+bool cHeadlessGame::Start( bool fullscreen, cInputBackend *wrapper ) {
 	cPlatform platform;
 	platform.graphics = &graphics;
-	platform.input = &input;
+	platform.input = wrapper != nullptr ? wrapper : &input;
 	platform.sound = sound;
 	started = game.Init( platform, fullscreen );
 	return started;

@@ -10,6 +10,7 @@
 #include "input/headless/ScriptedInputBackend.h"
 #include "platform/Clock.h"
 
+class cInputBackend;
 class cSoundBackend;
 
 class cHeadlessGame {
@@ -22,7 +23,9 @@ public:
 							cHeadlessGame( const cHeadlessGame & ) = delete;
 	cHeadlessGame &			operator=( const cHeadlessGame & ) = delete;
 
-	bool					Start( bool fullscreen = false );
+	// The game reads the scripted input directly, or through wrapper (not owned), which passes
+	// it on: a recorder's input, for example.
+	bool					Start( bool fullscreen = false, cInputBackend *wrapper = nullptr );
 	bool					Frame();						// one cGame::Loop; false when the game ends
 	bool					Frames( int count );			// stops early when the game ends
 	// A click is a press seen in one frame and a release seen in the next, at a 640 x 480 point.

@@ -1,5 +1,8 @@
 #include "replay/headless/ReplayCheck.h"
 
+#include <cinttypes>
+#include <cstdio>
+
 #include "app/Game.h"
 #include "app/GameState.h"
 #include "app/StateHash.h"
@@ -7,15 +10,11 @@
 #include "platform/Clock.h"
 #include "platform/Platform.h"
 #include "replay/Recording.h"
+#include "replay/GameStep.h"
 #include "replay/Replay.h"
+#include "replay/ReplayFile.h"
 #include "replay/ReplaySound.h"
 
-bool cReplayCheck::StepGame( cGame &game ) {
-	game.ReadInput();
-	const bool going = game.Process();
-	game.Render();
-	return going;
-}
 
 cReplayOutcome cReplayCheck::Run( const cRecording &recording ) {
 	cManualClock unused;
@@ -34,7 +33,7 @@ cReplayOutcome cReplayCheck::Run( const cRecording &recording ) {
 		platform.sound = &sound;
 		if ( game.Init( platform, false ) ) {
 			while ( replay.IsPlaying() && !replay.IsAtEnd() ) {
-				const bool going = StepGame( game );
+				const bool going = ::StepGame( game );
 				if ( replay.CheckStep( game ) && !going && !replay.IsAtEnd() ) {
 					replay.Diverge( replay.GetStep(), "the game quit before the recording's end" );
 				}
@@ -52,4 +51,21 @@ cReplayOutcome cReplayCheck::Run( const cRecording &recording ) {
 	outcome.divergedAt = replay.GetDivergedStep();
 	outcome.difference = replay.GetDifference();
 	return outcome;
+}
+
+int cReplayCheck::Verify( const std::string &path ) {
+	cRecording recording;
+	std::string error;
+	if ( !cReplayFile::Load( path, recording, error ) ) {
+		std::fprintf( stderr, "%s\n", error.c_str() );
+		return 1;
+	}
+	const cReplayOutcome outcome = Run( recording );
+	if ( outcome.matched ) {
+		std::printf( "Replay %s: %" PRIu64 " steps, every checkpoint matched\n", path.c_str(), outcome.steps );
+	} else {
+		std::printf( "Replay went another way at step %" PRIu64 ": %s\n", outcome.divergedAt, outcome.difference.c_str() );
+	}
+	std::printf( "Final state hash: %016" PRIx64 "\n", outcome.finalHash );
+	return outcome.matched ? 0 : 1;
 }

@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <string>
 
-class cGame;
 struct cRecording;
 
 struct cReplayOutcome {
@@ -19,6 +18,7 @@ struct cReplayOutcome {
 class cReplayCheck {
 public:
 	static cReplayOutcome	Run( const cRecording &recording );
-	// One step of the game as the program runs it; false when the player quit.
-	static bool				StepGame( cGame &game );
+	// --replay FILE --verify: reads and plays the file, prints the outcome and the final state's
+	// hash, and gives the exit status: 0 when every checkpoint matched, 1 otherwise.
+	static int				Verify( const std::string &path );
 };

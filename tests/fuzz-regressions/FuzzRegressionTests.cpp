@@ -116,9 +116,11 @@ TEST( FuzzRegressions, GameResourcesKeepEveryRule ) {
 	size_t pictures = CheckEveryFile( CheckPicture, ListFiles( "resources/menu", ".png" ) );
 	pictures += CheckEveryFile( CheckPicture, ListFiles( "resources/sprites", ".png" ) );
 	pictures += CheckEveryFile( CheckPicture, ListFiles( "resources/map", ".png" ) );
+	const size_t replays = CheckEveryFile( CheckReplayFile, ListFiles( "tests/replays", ".kmr" ) );
 	EXPECT_EQ( maps, 4u );
 	EXPECT_EQ( sounds, 15u );
 	EXPECT_EQ( pictures, 22u );
+	EXPECT_GE( replays, 1u );
 }
 
 TEST( FuzzRegressions, HostileMapLayersKeepEveryRule ) {

@@ -16,6 +16,7 @@
 #include "platform/Platform.h"
 #include "replay/Recorder.h"
 #include "replay/Replay.h"
+#include "replay/GameStep.h"
 #include "replay/headless/ReplayCheck.h"
 #include "sound/headless/RecordingSoundBackend.h"
 #include "support/LogCapture.h"
@@ -74,7 +75,7 @@ cRecording Record( const tScript &script ) {
 		recorder.Watch( game );
 		for ( int step = 1; step <= STEPS; step++ ) {
 			script( input, step );
-			cReplayCheck::StepGame( game );
+			StepGame( game );
 			clock.Advance( cGame::FRAME_TIME );
 			clock.SetCalendarTime( CALENDAR + clock.GetTickCount() / 1000 );
 		}
@@ -140,13 +141,13 @@ TEST( RecordAndReplayTest, AtTheEndThePlayerTakesOver ) {
 		platform.input = &replay.GetInput();
 		ASSERT_TRUE( game.Init( platform, false ) );
 		while ( !replay.IsAtEnd() ) {
-			cReplayCheck::StepGame( game );
+			StepGame( game );
 			EXPECT_TRUE( replay.IsPlayerKeyDown( KEY_ESCAPE ) );
 		}
 		EXPECT_EQ( gameState, STATE_PLAYING );
 		const uint32_t lastTick = replay.GetClock().GetTickCount();
 		replay.Stop();
-		cReplayCheck::StepGame( game );
+		StepGame( game );
 		EXPECT_EQ( gameState, STATE_PAUSE ) << "the player's Escape";
 		clock.Advance( cGame::FRAME_TIME );
 		EXPECT_EQ( replay.GetClock().GetTickCount(), lastTick + cGame::FRAME_TIME );

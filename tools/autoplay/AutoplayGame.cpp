@@ -31,9 +31,9 @@ const char *const CHARACTER_NAMES[2] = { "tavesh", "lumra" };
 
 enum { KEY_UP_INDEX, KEY_DOWN_INDEX, KEY_RIGHT_INDEX, KEY_LEFT_INDEX, KEY_FIRE_INDEX, KEY_SKILL_INDEX, KEY_USE_INDEX };
 
-int CountDoorCells( const cScene &scene ) {
+int CountCells( const cScene &scene, int32_t code ) {
 	const int32_t *walkMap = scene.GetWalkMap();
-	return static_cast<int>( std::count( walkMap, walkMap + MAP_CELLS, static_cast<int32_t>( WALK_DOOR ) ) );
+	return static_cast<int>( std::count( walkMap, walkMap + MAP_CELLS, code ) );
 }
 
 double GetMicroseconds( tClock::time_point from, tClock::time_point to ) {
@@ -95,7 +95,8 @@ void cAutoplayGame::RunPlay( const cGameSetup &setup, cGameResult &result ) {
 		bots.push_back( std::make_unique<cBot>( player, setup.bot ) );
 	}
 	result.outcome = OUTCOME_UNFINISHED;
-	result.doorsAtStart = CountDoorCells( *headless.GetGame().GetScene() );
+	result.doorsAtStart = CountCells( *headless.GetGame().GetScene(), WALK_DOOR );
+	result.boxesAtStart = CountCells( *headless.GetGame().GetScene(), WALK_BOX );
 	result.updateTimes.reserve( setup.frameLimit );
 	result.frameTimes.reserve( setup.frameLimit );
 	int32_t lastHealth[2] = { cCharacter::MAX_HEALTH, cCharacter::MAX_HEALTH };
@@ -117,7 +118,8 @@ void cAutoplayGame::RunPlay( const cGameSetup &setup, cGameResult &result ) {
 	}
 	const cGame &game = headless.GetGame();
 	result.enemiesLeft = static_cast<int>( game.GetEnemies()->size() );
-	result.doorsClosed = CountDoorCells( *game.GetScene() );
+	result.doorsClosed = CountCells( *game.GetScene(), WALK_DOOR );
+	result.boxesClosed = CountCells( *game.GetScene(), WALK_BOX );
 	for ( size_t i = 0; i < game.GetPlayers()->size() && i < 2; i++ ) {
 		const cPlayer &player = static_cast<const cPlayer &>( *( *game.GetPlayers() )[i] );
 		result.health[i] = player.IsDead() ? 0 : player.GetHealth();
@@ -213,11 +215,11 @@ std::string DescribeResult( const cGameSetup &setup, const cGameResult &result )
 	}
 	char line[400];
 	std::snprintf( line, sizeof( line ),
-				   "%dP %-14s difficulty %d: %-10s frames %5d (%5.1f s)  enemies left %2d  health %-7s lowest %3d  hits taken %2d  revivals %d  doors closed %d/%d  shots %4d  skill %2d  "
+				   "%dP %-14s difficulty %d: %-10s frames %5d (%5.1f s)  enemies left %2d  health %-7s lowest %3d  hits taken %2d  revivals %d  doors closed %d/%d  boxes closed %d/%d  shots %4d  skill %2d  "
 				   "UpdateInGame mean %.1f us p99 %.1f us  frame mean %.1f us p99 %.1f us",
 				   setup.players, players, setup.difficulty, DescribeOutcome( result.outcome ), result.frames,
 				   result.frames * static_cast<double>( cGame::FRAME_TIME ) / 1000.0, result.enemiesLeft, health,
-				   result.lowestHealth, result.hitsTaken, result.revivals, result.doorsClosed, result.doorsAtStart, result.shots, result.skills, GetMean( result.updateTimes ), GetPercentile( result.updateTimes, 0.99 ),
+				   result.lowestHealth, result.hitsTaken, result.revivals, result.doorsClosed, result.doorsAtStart, result.boxesClosed, result.boxesAtStart, result.shots, result.skills, GetMean( result.updateTimes ), GetPercentile( result.updateTimes, 0.99 ),
 				   GetMean( result.frameTimes ), GetPercentile( result.frameTimes, 0.99 ) );
 	return line;
 }

@@ -45,6 +45,8 @@ struct cGameResult {
 	int					lowestHealth = 100;	// of any player during the game
 	int					doorsAtStart = 0;	// door cells of the level
 	int					doorsClosed = 0;	// door cells still closed at the end
+	int					boxesAtStart = 0;	// box cells of the level
+	int					boxesClosed = 0;	// box cells still closed at the end
 	std::vector<double>	updateTimes;		// in usec: the processing of each frame of play
 	std::vector<double>	frameTimes;			// in usec: each whole frame of play
 };

@@ -138,7 +138,9 @@ cBotKeys cBot::Think( const cGame &game ) {
 		return keys;
 	}
 	plan = &GetPlan();
-	incoming.Forecast( *situation.scene, situation.cameraX, situation.cameraY, *game.GetBullets() );
+	// a reckless bot sees no shot coming, so it steps into them
+	const tBulletList none;
+	incoming.Forecast( *situation.scene, situation.cameraX, situation.cameraY, options.reckless ? none : *game.GetBullets() );
 	for ( const cEnemySighting &enemy : situation.enemies ) {
 		// only the wandering boss fires its bursts; chasing or standing, it aims single shots
 		if ( enemy.kind == KIND_BOSS && ( enemy.aiState == AI_BOSS_WANDER || enemy.aiState == AI_UNAWARE ) ) {
@@ -161,7 +163,7 @@ cBotKeys cBot::Think( const cGame &game ) {
 		lastSkillFrame = frame;
 		skillPresses++;
 	}
-	keys.use = intent.use && !IsNextToDoor();
+	keys.use = intent.use && ( OpensDoors() || !IsNextToDoor() );
 	lastX = situation.x;
 	lastY = situation.y;
 	return keys;
@@ -449,7 +451,12 @@ bool cBot::CollectPickup( cIntent &intent, int32_t reach ) {
 	return true;
 }
 
-// A closed box in view with a free side: walk beside it and press the use key.
+bool cBot::OpensDoors() const {
+	return options.openDoors && situation.me->GetKind() == KIND_LUMRA;
+}
+
+// A closed box in view with a free side (or a door, for lumra told to open them): walk beside it
+// and press the use key.
 bool cBot::OpenNearBox( cIntent &intent ) {
 	static const int32_t sides[4][2] = { { 1, 0 }, { -1, 0 }, { 0, 1 }, { 0, -1 } };
 	const cScene &scene = *situation.scene;
@@ -458,18 +465,19 @@ bool cBot::OpenNearBox( cIntent &intent ) {
 	GetBodyCell( situation.x, situation.y, cellX, cellY );
 	for ( int32_t row = scene.GetCameraCellY(); row <= scene.GetCameraCellY() + VIEW_HEIGHT / CELL_SIZE; row++ ) {
 		for ( int32_t column = scene.GetCameraCellX(); column <= scene.GetCameraCellX() + VIEW_WIDTH / CELL_SIZE; column++ ) {
-			if ( scene.GetWalkCode( column, row ) != WALK_BOX ) {
+			const int32_t code = scene.GetWalkCode( column, row );
+			if ( code != WALK_BOX && !( code == WALK_DOOR && OpensDoors() ) ) {
 				continue;
 			}
 			std::vector<int32_t> goals;
 			for ( const int32_t *side : sides ) {
 				const int32_t sideX = column + side[0];
 				const int32_t sideY = row + side[1];
-				if ( sideX == cellX && sideY == cellY && !IsNextToDoor() ) {
+				if ( sideX == cellX && sideY == cellY && ( OpensDoors() || !IsNextToDoor() ) ) {
 					intent.use = true;
 					return true;
 				}
-				if ( !IsDoorBeside( scene, sideX, sideY ) ) {
+				if ( OpensDoors() || !IsDoorBeside( scene, sideX, sideY ) ) {
 					CollectCellNodes( sideX, sideY, goals );
 				}
 			}

@@ -30,6 +30,8 @@ struct cBotKeys {
 struct cBotOptions {
 	int					tapFrames = 10;		// the fire key is pressed at most once in this many frames
 	int					leadLimit = 240;	// in route cost: how far a player walks ahead of its partner
+	bool				openDoors = false;	// lumra opens the doors in view as the boxes
+	bool				reckless = false;	// walks into the enemies' shots
 };
 
 class cBot {
@@ -61,6 +63,7 @@ private:
 	bool				Revive( cIntent &intent );
 	bool				CollectPickup( cIntent &intent, int32_t reach );
 	bool				OpenNearBox( cIntent &intent );
+	bool				OpensDoors() const;
 	void				FollowRoute( cIntent &intent );
 
 	int					ChooseTarget() const;

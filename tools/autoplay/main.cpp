@@ -1,12 +1,17 @@
 // kmvt_autoplay: plays the game headless with bots at the keys and prints one line per game.
 //   kmvt_autoplay [--players=1|2] [--character=tavesh|lumra] [--difficulty=1|2|3] [--frames=N]
 //                 [--games=N] [--vary] [--calendar=SECONDS] [--live-calendar] [--tap=FRAMES]
-//                 [--memory-every=N] [--trace=N] [--resources=FOLDER]
+//                 [--memory-every=N] [--trace=N] [--resources=FOLDER] [--record=FOLDER] [--open-doors]
+//                 [--reckless]
 // --vary plays game n with the n-th of the twelve choices of players, player 1's character and
 // difficulty, and with its own calendar second (the drops and the boss's walks differ). The
 // calendar second stays as it was at the start of a game unless --live-calendar moves it on with
 // the game's clock, as a real run would. --trace=N prints the players and the enemies in view
 // every N frames. The game reads resources/ from the working directory, or from FOLDER.
+// --record=FOLDER plays each game in a program of its own, from its start at the main menu, and
+// writes its recording there, named after the game: 1p-tavesh-d2-victory.kmr, 2p-lumra-tavesh-...
+// --open-doors has lumra open the doors in view, as every bot opens the boxes; --reckless bots do
+// not dodge the enemies' shots.
 // The exit status is 0 when every game ran through the menus and ended without a broken frame.
 
 #include <malloc.h>
@@ -20,9 +25,11 @@ extern "C" size_t __sanitizer_get_current_allocated_bytes();
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
+#include <memory>
 #include <string>
 
 #include "AutoplayGame.h"
+#include "RecordedGame.h"
 #include "actors/Player.h"
 #include "ai/Enemy.h"
 #include "app/GameState.h"
@@ -39,6 +46,7 @@ struct cRunOptions {
 	bool				vary = false;
 	int					memoryEvery = 0;
 	std::string			resources;
+	std::string			recordFolder;
 	int					traceEvery = 0;
 };
 
@@ -95,8 +103,14 @@ bool ParseOption( const char *argument, cRunOptions &options ) {
 		options.memoryEvery = std::atoi( value.c_str() );
 	} else if ( ReadValue( argument, "--resources=", value ) ) {
 		options.resources = value;
+	} else if ( ReadValue( argument, "--record=", value ) ) {
+		options.recordFolder = value;
 	} else if ( ReadValue( argument, "--trace=", value ) ) {
 		options.traceEvery = std::atoi( value.c_str() );
+	} else if ( std::strcmp( argument, "--reckless" ) == 0 ) {
+		options.setup.bot.reckless = true;
+	} else if ( std::strcmp( argument, "--open-doors" ) == 0 ) {
+		options.setup.bot.openDoors = true;
 	} else if ( std::strcmp( argument, "--live-calendar" ) == 0 ) {
 		options.setup.liveCalendar = true;
 	} else if ( std::strcmp( argument, "--vary" ) == 0 ) {
@@ -165,20 +179,29 @@ int main( int argc, char **argv ) {
 		std::fprintf( stderr, "kmvt_autoplay: cannot enter %s\n", options.resources.c_str() );
 		return 2;
 	}
-	cHeadlessGame headless;
-	headless.GetGraphics().SetRecording( false );
-	if ( !headless.Start() || !headless.Frames( 2 ) ) {
-		std::fprintf( stderr, "kmvt_autoplay: the game did not start\n" );
-		return 1;
+	std::unique_ptr<cRecordedGame> shared;
+	if ( options.recordFolder.empty() ) {
+		shared = std::make_unique<cRecordedGame>( "" );
+		if ( !shared->Start() ) {
+			return 1;
+		}
 	}
-	cAutoplayGame autoplay( headless );
 	const int traceEvery = options.traceEvery;
-	autoplay.SetWatcher( [traceEvery]( const cGame &game, int frame ) { Trace( game, frame, traceEvery ); } );
 	bool clean = true;
 	for ( int game = 1; game <= options.games; game++ ) {
 		const cGameSetup setup = options.vary ? VarySetup( options.setup, game - 1 ) : options.setup;
+		std::unique_ptr<cRecordedGame> own;
+		if ( !shared ) {
+			own = std::make_unique<cRecordedGame>( options.recordFolder );
+			if ( !own->Start() ) {
+				return 1;
+			}
+		}
+		cRecordedGame &run = shared ? *shared : *own;
+		cAutoplayGame autoplay( run.GetHeadless() );
+		autoplay.SetWatcher( [traceEvery]( const cGame &game, int frame ) { Trace( game, frame, traceEvery ); } );
 		cGameResult result;
-		const bool played = autoplay.Play( setup, result );
+		const bool played = autoplay.Play( setup, result ) && run.Save( setup, result );
 		std::printf( "game %3d: %s\n", game, DescribeResult( setup, result ).c_str() );
 		if ( options.memoryEvery > 0 && ( game % options.memoryEvery == 0 || game == 1 ) ) {
 			std::printf( "memory after game %d: VmRSS %ld kB heap %ld kB\n", game, ReadResidentMemory(), ReadHeapInUse() );

@@ -1,0 +1,96 @@
+#include "replay/Session.h"
+
+#include <cinttypes>
+#include <cstdio>
+
+#include "app/Game.h"
+#include "app/StateHash.h"
+#include "app/GameState.h"
+#include "input/KeyCodes.h"
+#include "replay/GameStep.h"
+#include "replay/Recorder.h"
+#include "replay/Replay.h"
+#include "replay/ReplayFile.h"
+#include "replay/ReplaySound.h"
+
+cSession::cSession() = default;
+
+cSession::~cSession() = default;
+
+bool cSession::Open( const cCommandLine &line, cInputBackend &platformInput, cSoundBackend *platformSound,
+					 cClock &platformClock, std::string &error ) {
+	input = &platformInput;
+	sound = platformSound;
+	clock = &platformClock;
+	if ( line.mode == cCommandLine::RECORD ) {
+		recorder = std::make_unique<cRecorder>( platformInput, platformClock );
+		recordPath = line.file;
+		input = &recorder->GetInput();
+		clock = &recorder->GetClock();
+	} else if ( line.mode == cCommandLine::REPLAY ) {
+		if ( !cReplayFile::Load( line.file, recording, error ) ) {
+			return false;
+		}
+		replay = std::make_unique<cReplay>( recording, &platformInput, platformClock );
+		replaySound = std::make_unique<cReplaySound>( platformSound, recording.soundOpened );
+		input = &replay->GetInput();
+		clock = &replay->GetClock();
+		sound = replaySound.get();
+	}
+	return true;
+}
+
+void cSession::Watch( const cGame &game ) {
+	if ( recorder ) {
+		recorder->Watch( game );
+	}
+}
+
+bool cSession::IsReplaying() const {
+	return replay && replay->IsPlaying();
+}
+
+bool cSession::Step( cGame &game ) {
+	if ( !IsReplaying() ) {
+		return StepGame( game );
+	}
+	if ( replay->IsPlayerKeyDown( KEY_ESCAPE ) ) {
+		EndReplay( game );
+		return true;
+	}
+	const int steps = replay->IsAnyPlayerKeyDown() ? FAST_STEPS : 1;
+	for ( int i = 0; i < steps; i++ ) {
+		if ( replay->IsAtEnd() ) {
+			break;
+		}
+		StepGame( game );	// a recorded quit ends the replay, not the program
+		if ( !replay->CheckStep( game ) ) {
+			break;
+		}
+	}
+	if ( replay->IsAtEnd() || !replay->IsPlaying() ) {
+		EndReplay( game );
+	}
+	return true;
+}
+
+// The state hash at the replay's end goes to the standard output, to compare with the recording's.
+void cSession::EndReplay( cGame &game ) {
+	replay->Stop();
+	std::printf( "Replay left at step %" PRIu64 " of %" PRIu64 "; state hash: %016" PRIx64 "\n", replay->GetStep(),
+				 replay->GetStepCount(), cStateHash( game ).GetTotal() );
+	game.ClearGame();
+	gameState = STATE_MAIN_MENU;
+}
+
+bool cSession::Close( std::string &error ) {
+	if ( !recorder ) {
+		return true;
+	}
+	const cRecording made = recorder->GetRecording();
+	if ( !made.checkpoints.empty() ) {
+		std::printf( "Recorded %" PRIu64 " steps to %s; final state hash: %016" PRIx64 "\n", made.steps,
+					 recordPath.c_str(), made.checkpoints.back().total );
+	}
+	return cReplayFile::Save( recordPath, made, error );
+}

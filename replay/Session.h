@@ -1,0 +1,57 @@
+#pragma once
+// cSession is what the command line asked of a run in the window: nothing (the game as always),
+// a recording of the run, written when the program ends, or a replay shown in the window. A replay
+// plays one recorded step per step of the program, four while the player holds a key other than
+// Escape; Escape, the recording's end or a step that went another way return the game to the main
+// menu under the player's control.
+
+#include <memory>
+#include <string>
+
+#include "replay/CommandLine.h"
+#include "replay/Recording.h"
+
+class cClock;
+class cGame;
+class cInputBackend;
+class cRecorder;
+class cReplay;
+class cReplaySound;
+class cSoundBackend;
+
+class cSession {
+public:
+	static const int	FAST_STEPS = 4;		// recorded steps per step while a key is held
+
+						cSession();
+						~cSession();
+						cSession( const cSession & ) = delete;
+	cSession &			operator=( const cSession & ) = delete;
+
+	// Puts itself between the game and the platform as the command line asks. A recording that
+	// cannot be read leaves the game as always, with the line in error (and in the log).
+	bool				Open( const cCommandLine &line, cInputBackend &input, cSoundBackend *sound, cClock &clock,
+							  std::string &error );
+	cInputBackend &		GetInput() { return *input; }
+	cSoundBackend *		GetSound() { return sound; }
+	cClock &			GetClock() { return *clock; }
+	void				Watch( const cGame &game );
+	bool				IsReplaying() const;
+
+	// One step of the program; false when the player quit.
+	bool				Step( cGame &game );
+	// Writes the recording, if one is made; false with the line in error when it cannot.
+	bool				Close( std::string &error );
+
+private:
+	void				EndReplay( cGame &game );
+
+	cInputBackend *		input = nullptr;
+	cSoundBackend *		sound = nullptr;
+	cClock *			clock = nullptr;
+	std::string			recordPath;
+	std::unique_ptr<cRecorder>		recorder;
+	cRecording						recording;
+	std::unique_ptr<cReplay>		replay;
+	std::unique_ptr<cReplaySound>	replaySound;
+};
