@@ -103,3 +103,15 @@ void cInputLayer::GetMousePosition( int32_t &x, int32_t &y ) const {
 		mouse->GetPosition( x, y );
 	}
 }
+
+void cInputLayer::SetPlayerCount( int count ) {
+	if ( backend != nullptr ) {
+		backend->SetPlayerCount( count );
+	}
+}
+
+void cInputLayer::Rumble( int player ) {
+	if ( backend != nullptr ) {
+		backend->Rumble( player );
+	}
+}
