@@ -37,6 +37,9 @@ public:
 	// was hit, a pad of that player that can rumble does so briefly. Without pads, nothing.
 	virtual void	SetPlayerCount( int ) {}
 	virtual void	Rumble( int ) {}
+	// Before each poll: whether the last frame was a step of play, where a pad's stick walks and
+	// its south button fires, rather than moving the cursor and clicking.
+	virtual void	SetPlaying( bool ) {}
 
 	// The failing call and the platform's text, for the log.
 	virtual const char *GetErrorCode() const = 0;

@@ -33,6 +33,9 @@ bool cInputLayer::Release() {
 bool cInputLayer::Read() {
 	cLog::Instance();
 	pauseRequested = backend != nullptr && backend->TakePauseRequest();
+	if ( backend != nullptr ) {
+		backend->SetPlaying( keyboard && keyboard->TakeStateSaved() );
+	}
 	if ( keyboard && !keyboard->Read() ) {
 		cLog::Write( "Error reading from keyboard device!" );
 		return false;

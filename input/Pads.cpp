@@ -8,7 +8,7 @@ void cPads::Connect( int id, const std::string &identity ) {
 	if ( IsConnected( id ) ) {
 		return;
 	}
-	pads.push_back( cPad{ id, identity, cPadState() } );
+	pads.push_back( cPad{ id, identity, cPadState(), false } );
 	const int seat = ChooseSeat( identity );
 	if ( seat >= 0 ) {
 		Sit( seat, pads.back() );
@@ -34,6 +34,7 @@ void cPads::SetState( int id, const cPadState &state ) {
 	for ( cPad &pad : pads ) {
 		if ( pad.id == id ) {
 			pad.state = state;
+			pad.firing = cPadMapping::IsClickHeld( state ) && ( inPlay || pad.firing );
 		}
 	}
 }
@@ -71,6 +72,9 @@ void cPads::PressKeys( uint8_t keys[256] ) const {
 void cPads::GetCursorStep( int32_t &dx, int32_t &dy ) const {
 	dx = 0;
 	dy = 0;
+	if ( inPlay ) {
+		return;
+	}
 	for ( const cPad &pad : pads ) {
 		int32_t padX = 0;
 		int32_t padY = 0;
@@ -81,7 +85,9 @@ void cPads::GetCursorStep( int32_t &dx, int32_t &dy ) const {
 }
 
 bool cPads::IsClickHeld() const {
-	return std::any_of( pads.begin(), pads.end(), []( const cPad &pad ) { return cPadMapping::IsClickHeld( pad.state ); } );
+	return !inPlay && std::any_of( pads.begin(), pads.end(), []( const cPad &pad ) {
+		return cPadMapping::IsClickHeld( pad.state ) && !pad.firing;
+	} );
 }
 
 const cPads::cPad *cPads::Find( int id ) const {

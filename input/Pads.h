@@ -26,6 +26,9 @@ public:
 	void			SetState( int id, const cPadState &state );
 	// At the start of every game: 1 or 2 players; the seats are given again.
 	void			SetPlayerCount( int count );
+	// In play the pads drive their players only: the cursor stays, and a south button held from
+	// play (fire) is no click when it is let go on the pause or end screen.
+	void			SetPlaying( bool playing ) { inPlay = playing; }
 
 	int				GetPlayer( int id ) const;			// 1, 2, or 0 for a pad that drives nobody
 	int				GetPad( int player ) const;			// the id of the pad plugged in for the player, or NO_PAD
@@ -34,13 +37,14 @@ public:
 
 	void			PressKeys( uint8_t keys[256] ) const;
 	void			GetCursorStep( int32_t &dx, int32_t &dy ) const;
-	bool			IsClickHeld() const;
+	bool			IsClickHeld() const;		// a south button pressed outside play and held
 
 private:
 	struct cPad {
 		int			id;
 		std::string	identity;
 		cPadState	state;
+		bool		firing = false;		// the south button is held since a frame of play
 	};
 	struct cSeat {
 		bool		taken = false;
@@ -55,4 +59,5 @@ private:
 	std::vector<cPad>	pads;			// in the order they were plugged in
 	cSeat				seats[2];		// player 1's and player 2's
 	int					playerCount = 1;
+	bool				inPlay = false;
 };

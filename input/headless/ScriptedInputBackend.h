@@ -30,6 +30,7 @@ public:
 	void			WarpMouse( int32_t x, int32_t y ) override;
 	bool			TakePauseRequest() override;
 	void			SetPlayerCount( int count ) override { pads.SetPlayerCount( count ); }
+	void			SetPlaying( bool playing ) override { pads.SetPlaying( playing ); }
 	void			Rumble( int player ) override;
 	const char *	GetErrorCode() const override { return "scripted failure"; }
 	const char *	GetErrorText() const override { return "the script made the device fail"; }

@@ -36,6 +36,7 @@ public:
 	void			WarpMouse( int32_t x, int32_t y ) override;
 	bool			TakePauseRequest() override;
 	void			SetPlayerCount( int count ) override { pads.SetPlayerCount( count ); }
+	void			SetPlaying( bool playing ) override { pads.SetPlaying( playing ); }
 	void			Rumble( int player ) override;
 
 	const cPads &	GetPads() const { return pads; }

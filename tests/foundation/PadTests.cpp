@@ -241,6 +241,24 @@ TEST( ScriptedPad, DrivesTheMenusAndPlayPausesWhenUnpluggedAndRumblesOnAHit ) {
 	EXPECT_LT( player.GetHealth(), 100 );
 	EXPECT_EQ( input.GetRumbleCount( 1 ), 1 ) << "the hit player's pad rumbles once";
 
+	// Fire held into the pause, with the cursor on the pause screen's way back to the main menu:
+	// letting go of it there is no click. The stick walked without moving the cursor.
+	int32_t cursorX = 0, cursorY = 0;
+	game.GetInputLayer().GetMousePosition( cursorX, cursorY );
+	EXPECT_EQ( cursorY, 324 ) << "the cursor moved in play";
+	input.SetMousePosition( 160, 392 );
+	cPadState fire = Button( PAD_BUTTON_SOUTH );
+	tilt( fire, 2 );
+	fire.buttons[PAD_BUTTON_START] = true;
+	tilt( fire, 1 );
+	ASSERT_EQ( gameState, STATE_PAUSE );
+	tilt( Button( PAD_BUTTON_SOUTH ), 2 );
+	tilt( cPadState(), 3 );
+	EXPECT_EQ( gameState, STATE_PAUSE ) << "fire let go on the pause screen clicked";
+	input.SetMousePosition( 160, 360 );					// entry 4: resume
+	click();
+	ASSERT_EQ( gameState, STATE_PLAYING ) << "a new press resumes";
+
 	input.UnplugPad( 1 );
 	ASSERT_TRUE( headless.Frames( 1 ) );
 	EXPECT_EQ( gameState, STATE_PAUSE ) << "the pad in use was unplugged";
