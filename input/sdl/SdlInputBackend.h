@@ -39,8 +39,6 @@ public:
 	void			SetPlaying( bool playing ) override { pads.SetPlaying( playing ); }
 	void			Rumble( int player ) override;
 
-	const cPads &	GetPads() const { return pads; }
-
 	const char *	GetErrorCode() const override { return errorCode.c_str(); }
 	const char *	GetErrorText() const override { return errorText.c_str(); }
 
