@@ -19,6 +19,7 @@ public:
 	bool				IsImpact() const { return impact; }
 	void				GetPosition( int32_t &outX, int32_t &outY ) const { outX = x; outY = y; }
 	int32_t				GetFrame() const { return frame; }
+	int32_t				GetTicks() const { return ticks; }
 	// The picture to draw now and where on the screen; then the animation moves on.
 	void				GetDrawInfo( cRect &rect, int32_t &screenX, int32_t &screenY, const cScene &scene );
 

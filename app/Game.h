@@ -78,8 +78,11 @@ public:
 	tExplosionList *	GetExplosions() const { return explosions.get(); }
 	tItemList *			GetItems() const { return items.get(); }
 	cConfig &			GetConfig() { return config; }
+	const cConfig &		GetConfig() const { return config; }
 	cInputLayer &		GetInputLayer() { return inputLayer; }
 	cSoundLayer &		GetSoundLayer() { return soundLayer; }
+	const cSoundLayer &	GetSoundLayer() const { return soundLayer; }
+	const cInputLayer &	GetInputLayer() const { return inputLayer; }
 	cGraphicsLayer &	GetGraphicsLayer() { return graphicsLayer; }
 	uint32_t			GetEndTime() const { return endTime; }
 	bool				IsClickLatched() const { return clickLatch; }
