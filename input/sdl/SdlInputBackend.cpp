@@ -172,6 +172,7 @@ bool cSdlInputBackend::TakePauseRequest() {
 	return requested;
 }
 
+// The pads are polled here, once a frame; the mouse's read that follows uses the same poll.
 bool cSdlInputBackend::ReadKeyboard( uint8_t state[256] ) {
 	std::memset( state, 0, 256 );
 	PollPads();
