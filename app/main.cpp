@@ -90,7 +90,7 @@ int main( int argc, char **argv ) {
 		default:					break;
 	}
 	SDL_SetMainReady();
-	if ( SDL_Init( SDL_INIT_VIDEO | SDL_INIT_EVENTS ) != 0 ) {
+	if ( SDL_Init( SDL_INIT_VIDEO | SDL_INIT_EVENTS | SDL_INIT_GAMECONTROLLER ) != 0 ) {
 		std::fprintf( stderr, "%s: cannot start SDL: %s\n", cSdlWindow::TITLE, SDL_GetError() );
 		game.Finalize();
 		return 0;

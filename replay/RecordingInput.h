@@ -18,6 +18,9 @@ public:
 	bool			ReadMouse( cMouseReading &reading ) override;
 	void			WarpMouse( int32_t x, int32_t y ) override { platform.WarpMouse( x, y ); }
 	bool			TakePauseRequest() override;
+	void			SetPlayerCount( int count ) override { platform.SetPlayerCount( count ); }
+	void			Rumble( int player ) override { platform.Rumble( player ); }
+	void			SetPlaying( bool playing ) override { platform.SetPlaying( playing ); }
 	const char *	GetErrorCode() const override { return platform.GetErrorCode(); }
 	const char *	GetErrorText() const override { return platform.GetErrorText(); }
 

@@ -183,6 +183,24 @@ void cReplayInput::WarpMouse( int32_t x, int32_t y ) {
 	}
 }
 
+void cReplayInput::SetPlayerCount( int count ) {
+	if ( IsPassingThrough() && platform != nullptr ) {
+		platform->SetPlayerCount( count );
+	}
+}
+
+void cReplayInput::Rumble( int player ) {
+	if ( IsPassingThrough() && platform != nullptr ) {
+		platform->Rumble( player );
+	}
+}
+
+void cReplayInput::SetPlaying( bool playing ) {
+	if ( IsPassingThrough() && platform != nullptr ) {
+		platform->SetPlaying( playing );
+	}
+}
+
 bool cReplayInput::AcquireKeyboard() {
 	const bool acquired = platform == nullptr || platform->AcquireKeyboard();
 	return acquired || !IsPassingThrough();

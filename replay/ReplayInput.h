@@ -19,6 +19,10 @@ public:
 	bool			ReadMouse( cMouseReading &reading ) override;
 	void			WarpMouse( int32_t x, int32_t y ) override;
 	bool			TakePauseRequest() override;
+	// What the game tells the pads reaches the player's pads only once the replay stopped.
+	void			SetPlayerCount( int count ) override;
+	void			Rumble( int player ) override;
+	void			SetPlaying( bool playing ) override;
 	const char *	GetErrorCode() const override;
 	const char *	GetErrorText() const override;
 
