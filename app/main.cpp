@@ -1,5 +1,6 @@
-// The program: asks about full screen, opens the window, runs the game's frames between window
-// events until the window closes or the player quits, then shuts everything down in order.
+// The program: asks about full screen, opens the window, runs the game's steps on the pacing clock
+// with a frame after them whenever the picture changed, until the window closes or the player
+// quits, then shuts everything down in order.
 
 #define SDL_MAIN_HANDLED
 #include <SDL.h>
@@ -7,9 +8,13 @@
 
 #include <cstdio>
 
+#include "app/FrameClient.h"
+#include "app/FrameLoop.h"
+#include "app/FramePicture.h"
 #include "app/Game.h"
 #include "graphics/sdl/SdlGraphicsBackend.h"
 #include "input/sdl/SdlInputBackend.h"
+#include "platform/MonotonicClock.h"
 #include "platform/Platform.h"
 #include "platform/sdl/SdlClock.h"
 #include "platform/sdl/SdlWindow.h"
@@ -28,20 +33,40 @@ bool CreateMainWindow( cSdlWindow &window, bool &fullscreen ) {
 	return true;
 }
 
-// Each pass handles one pending window event, or runs one frame when none is pending.
-void RunFrames( cSdlInputBackend &input ) {
-	for ( ;; ) {
+// The game in its SDL window. A hidden or minimised window is not drawn; a window event that may
+// have spoilt or hidden the picture asks for a frame.
+class cWindowFrames : public cFrameClient {
+public:
+	cWindowFrames( const cSdlWindow &window, cSdlInputBackend &input ) : window( window ), input( input ) {}
+
+	bool HandleEvents() override {
 		SDL_Event event;
-		if ( SDL_PollEvent( &event ) ) {
+		while ( SDL_PollEvent( &event ) ) {
 			if ( event.type == SDL_QUIT ) {	// the window closed, or SIGINT / SIGTERM
-				return;
+				return false;
+			}
+			if ( event.type == SDL_WINDOWEVENT ) {
+				picture.Forget();
 			}
 			input.HandleEvent( event );
-		} else if ( !game.Loop() ) {
-			return;
 		}
+		return true;
 	}
-}
+	bool Step() override { return game.Step(); }
+	bool IsFrameWanted() override {
+		const Uint32 unseen = SDL_WINDOW_HIDDEN | SDL_WINDOW_MINIMIZED;
+		return ( SDL_GetWindowFlags( window.GetWindow() ) & unseen ) == 0 && picture.IsChanged( game );
+	}
+	void DrawFrame() override {
+		game.RenderFrame();
+		picture.Note( game );
+	}
+
+private:
+	const cSdlWindow &	window;
+	cSdlInputBackend &	input;
+	cFramePicture		picture;
+};
 
 void RunGame() {
 	cSdlWindow window;
@@ -58,7 +83,10 @@ void RunGame() {
 	platform.input = &input;
 	platform.sound = &sound;
 	if ( game.Init( platform, fullscreen ) ) {
-		RunFrames( input );
+		cMonotonicClock pacing;
+		cFrameLoop loop( pacing );
+		cWindowFrames frames( window, input );
+		loop.Run( frames );
 	}
 	game.Finalize();
 }

@@ -144,8 +144,8 @@ void cAutoplayGame::CountHits( cGameResult &result, int32_t lastHealth[2], bool 
 	}
 }
 
-// The three steps of the game's own frame, with its processing timed on its own; the manual clock
-// then moves to the frame's end as the game's wait would move it. With a live calendar the second
+// The game's step, timed on its own, then its drawing; the manual clock then moves to the step's
+// end as the game's pacing would move it. With a live calendar the second
 // that seeds the random draws moves on with that clock.
 bool cAutoplayGame::RunFrame( const cGameSetup &setup, uint32_t startTick, cGameResult &result ) {
 	cGame &game = headless.GetGame();
@@ -155,14 +155,12 @@ bool cAutoplayGame::RunFrame( const cGameSetup &setup, uint32_t startTick, cGame
 		clock.SetCalendarTime( setup.calendar + ( frameStart - startTick ) / 1000 );
 	}
 	const tClock::time_point start = tClock::now();
-	game.ReadInput();
-	const tClock::time_point processStart = tClock::now();
-	const bool going = game.Process();
-	const tClock::time_point processEnd = tClock::now();
-	game.Render();
+	const bool going = game.Step();
+	const tClock::time_point stepEnd = tClock::now();
+	game.RenderFrame();
 	const tClock::time_point end = tClock::now();
 	clock.SetTickCount( frameStart + cGame::FRAME_TIME );
-	result.updateTimes.push_back( GetMicroseconds( processStart, processEnd ) );
+	result.updateTimes.push_back( GetMicroseconds( start, stepEnd ) );
 	result.frameTimes.push_back( GetMicroseconds( start, end ) );
 	return going;
 }
