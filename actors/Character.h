@@ -54,6 +54,8 @@ public:
 	bool				IsWounded() const { return wounded; }
 	int32_t				GetAnimFrame() const { return animFrame; }
 	int32_t				GetShownFrame() const { return shownFrame; }
+	bool				IsAnimBackward() const { return animBackward; }
+	int32_t				GetAnimTicks() const { return animTicks; }
 
 	// Whether a corner of a square of the given side at (px, py) lies strictly inside the body.
 	bool				Overlaps( int32_t px, int32_t py, int32_t size ) const;

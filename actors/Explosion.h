@@ -20,6 +20,7 @@ public:
 	bool				IsImpact() const { return impact; }
 	void				GetPosition( int32_t &outX, int32_t &outY ) const { outX = x; outY = y; }
 	int32_t				GetFrame() const { return frame; }
+	int32_t				GetTicks() const { return ticks; }
 	int32_t				GetShownFrame() const { return shownFrame; }
 	// The picture this step's frame shows and where on the screen.
 	void				GetDrawInfo( cRect &rect, int32_t &screenX, int32_t &screenY, const cScene &scene ) const;

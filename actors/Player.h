@@ -39,6 +39,7 @@ public:
 	bool				IsEnergyUpgraded() const { return energyUpgraded; }
 	void				SetEnergyUpgraded( bool upgraded ) { energyUpgraded = upgraded; }
 	bool				IsDead() const { return dead; }
+	uint32_t			GetLastTick() const { return lastTick; }
 	void				SetDead( bool isDead ) { dead = isDead; }
 
 private:

@@ -39,6 +39,7 @@ public:
 	static bool			IsValidSpeed( int32_t speed );
 
 	int32_t				GetDirection() const { return direction; }
+	void				GetCell( int32_t &x, int32_t &y ) const { x = cellX; y = cellY; }
 	void				GetTarget( int32_t &x, int32_t &y ) const { x = targetX; y = targetY; }
 	void				GetPending( int32_t &x, int32_t &y ) const { x = pendingX; y = pendingY; }
 	const cAStar *		GetSearch() const { return search.get(); }

@@ -11,8 +11,8 @@ class cPacingClock;
 
 class cFrameLoop {
 public:
-	static const int64_t STEP_TIME = 15000000;		// in nsec
-	static const int MAX_STEPS_PER_FRAME = 4;
+	static constexpr int64_t STEP_TIME = 15000000;	// in nsec
+	static constexpr int MAX_STEPS_PER_FRAME = 4;
 
 	explicit			cFrameLoop( cPacingClock &clock ) : clock( clock ) {}
 

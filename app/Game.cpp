@@ -4,6 +4,7 @@
 #include "actors/Character.h"
 #include "actors/Explosion.h"
 #include "actors/Item.h"
+#include "actors/WorldAnimation.h"
 #include "app/GameState.h"
 #include "log/Log.h"
 #include "platform/Clock.h"
@@ -89,26 +90,8 @@ bool cGame::Process() {
 }
 
 void cGame::AnimateWorld() {
-	if ( !ShowsWorld( gameState ) || !scene || !players || !enemies || !explosions || !items ) {
-		return;
-	}
-	const int32_t cameraX = scene->GetCameraX();
-	const int32_t cameraY = scene->GetCameraY();
-	for ( cItem &item : *items ) {
-		if ( item.IsInView( cameraX, cameraY ) ) {
-			item.Bob();
-		}
-	}
-	for ( const std::unique_ptr<cCharacter> &player : *players ) {
-		player->Animate();
-	}
-	for ( const std::unique_ptr<cCharacter> &enemy : *enemies ) {
-		if ( enemy->IsInView( cameraX, cameraY ) ) {
-			enemy->Animate();
-		}
-	}
-	for ( cExplosion &explosion : *explosions ) {
-		explosion.Animate();
+	if ( ShowsWorld( gameState ) && scene && players && enemies && explosions && items ) {
+		::AnimateWorld( *scene, *players, *enemies, *explosions, *items );
 	}
 }
 

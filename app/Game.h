@@ -44,9 +44,7 @@ public:
 	void				Finalize();
 	bool				ReadInput();
 	bool				Process();
-	// The world's pictures move on by one step while the world is shown: items in view bob, the
-	// players and the enemies in view walk, the enemies in view stamp their alert and pick their
-	// icon, explosions play. Each takes the picture the step's frame shows before moving on.
+	// The world's pictures move on by one step while the world is shown (actors/WorldAnimation.h).
 	void				AnimateWorld();
 	// The menu music in the main menu, the streets' music in play outside the final area.
 	bool				KeepMusic();
@@ -85,9 +83,11 @@ public:
 	tExplosionList *	GetExplosions() const { return explosions.get(); }
 	tItemList *			GetItems() const { return items.get(); }
 	cConfig &			GetConfig() { return config; }
+	const cConfig &		GetConfig() const { return config; }
 	cInputLayer &		GetInputLayer() { return inputLayer; }
 	const cInputLayer &	GetInputLayer() const { return inputLayer; }
 	cSoundLayer &		GetSoundLayer() { return soundLayer; }
+	const cSoundLayer &	GetSoundLayer() const { return soundLayer; }
 	cGraphicsLayer &	GetGraphicsLayer() { return graphicsLayer; }
 	uint32_t			GetEndTime() const { return endTime; }
 	bool				IsClickLatched() const { return clickLatch; }

@@ -51,7 +51,8 @@ int FindEntry( const cMouse &mouse ) {
 }
 
 bool cGame::ProcessMenus( cKeyboard &keyboard, cMouse &mouse ) {
-	if ( keyboard.KeyDown( KEY_ESCAPE ) && gameState == STATE_PLAYING ) {
+	const bool leftControls = keyboard.KeyDown( KEY_ESCAPE ) || inputLayer.IsPauseRequested();
+	if ( leftControls && gameState == STATE_PLAYING ) {
 		gameState = STATE_PAUSE;
 		return true;
 	}

@@ -29,6 +29,10 @@ public:
 	virtual bool	ReadMouse( cMouseReading &reading ) = 0;
 	virtual void	WarpMouse( int32_t x, int32_t y ) = 0;	// 640 x 480 screen pixels
 
+	// True once after the player could no longer be at the controls since the last poll (the
+	// window lost the keyboard focus or was minimised, a pad in use was unplugged); reading clears it.
+	virtual bool	TakePauseRequest() { return false; }
+
 	// The failing call and the platform's text, for the log.
 	virtual const char *GetErrorCode() const = 0;
 	virtual const char *GetErrorText() const = 0;

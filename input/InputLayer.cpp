@@ -32,6 +32,7 @@ bool cInputLayer::Release() {
 
 bool cInputLayer::Read() {
 	cLog::Instance();
+	pauseRequested = backend != nullptr && backend->TakePauseRequest();
 	if ( keyboard && !keyboard->Read() ) {
 		cLog::Write( "Error reading from keyboard device!" );
 		return false;

@@ -34,9 +34,12 @@ public:
 	int32_t			GetMouseWheel() const;
 	void			SetMousePosition( int32_t x, int32_t y );
 	void			GetMousePosition( int32_t &x, int32_t &y ) const;
+	// Whether the last Read saw the player leave the controls: the game pauses as for Escape.
+	bool			IsPauseRequested() const { return pauseRequested; }
 
 private:
 	std::unique_ptr<cKeyboard>	keyboard;
 	std::unique_ptr<cMouse>		mouse;
 	cInputBackend *				backend = nullptr;	// not owned; stands for the platform's input object
+	bool						pauseRequested = false;
 };

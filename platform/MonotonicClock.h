@@ -6,7 +6,7 @@
 
 class cMonotonicClock : public cPacingClock {
 public:
-	static const int64_t SPIN_TIME = 200000;		// in nsec: awake for at most the last 0.2 msec
+	static constexpr int64_t SPIN_TIME = 200000;		// in nsec: awake for at most the last 0.2 msec
 
 	int64_t				GetNanoseconds() override;
 	void				SleepUntil( int64_t moment ) override;

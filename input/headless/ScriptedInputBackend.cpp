@@ -45,3 +45,9 @@ void cScriptedInputBackend::WarpMouse( int32_t x, int32_t y ) {
 	SetMousePosition( x, y );
 	warps++;
 }
+
+bool cScriptedInputBackend::TakePauseRequest() {
+	const bool requested = pauseRequest;
+	pauseRequest = false;
+	return requested;
+}

@@ -22,6 +22,12 @@ int GameButton( Uint8 sdlButton ) {
 	}
 }
 
+// The player switched to another window or put this one away.
+bool IsLeavingWindow( Uint8 windowEvent ) {
+	return windowEvent == SDL_WINDOWEVENT_FOCUS_LOST || windowEvent == SDL_WINDOWEVENT_MINIMIZED
+		|| windowEvent == SDL_WINDOWEVENT_HIDDEN;
+}
+
 }
 
 cSdlInputBackend::cSdlInputBackend( const cSdlWindow &gameWindow ) : window( gameWindow ) {
@@ -33,12 +39,20 @@ void cSdlInputBackend::HandleEvent( const SDL_Event &event ) {
 		if ( code != 0 ) {
 			keyPressed[code] = true;
 		}
+	} else if ( event.type == SDL_WINDOWEVENT && IsLeavingWindow( event.window.event ) ) {
+		pauseRequest = true;
 	} else if ( event.type == SDL_MOUSEBUTTONDOWN ) {
 		const int button = GameButton( event.button.button );
 		if ( button >= 0 ) {
 			buttonPressed[button] = true;
 		}
 	}
+}
+
+bool cSdlInputBackend::TakePauseRequest() {
+	const bool requested = pauseRequest;
+	pauseRequest = false;
+	return requested;
 }
 
 bool cSdlInputBackend::ReadKeyboard( uint8_t state[256] ) {

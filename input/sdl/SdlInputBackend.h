@@ -26,6 +26,7 @@ public:
 	bool			UnacquireMouse() override { return true; }
 	bool			ReadMouse( cMouseReading &reading ) override;
 	void			WarpMouse( int32_t x, int32_t y ) override;
+	bool			TakePauseRequest() override;
 
 	const char *	GetErrorCode() const override { return errorCode.c_str(); }
 	const char *	GetErrorText() const override { return errorText.c_str(); }
@@ -34,6 +35,7 @@ private:
 	const cSdlWindow &	window;
 	bool				keyPressed[256] = {};		// since the last poll, by key code
 	bool				buttonPressed[4] = {};		// since the last poll
+	bool				pauseRequest = false;		// the window lost the focus since the last poll
 	std::string			errorCode;
 	std::string			errorText;
 };
