@@ -31,9 +31,10 @@ SDL_AUDIODRIVER=dummy "$game" > "$work/stdout.txt" 2>&1 &
 pid=$!
 
 # Windows titled like the game, one "id width height" a line. SDL names its windows in UTF-8,
-# which xdotool's name search does not read; xwininfo does.
+# which xdotool's name search does not read; xwininfo does. A window that vanishes while the tree
+# is listed makes xwininfo fail: the windows listed so far stand, and the caller looks again.
 titled_windows() {
-  xwininfo -root -tree | awk '/"Project Kormaveth 2D"/ { split($(NF-1), size, /[x+]/); print $1, size[1], size[2] }'
+  { xwininfo -root -tree 2>/dev/null || true; } | awk '/"Project Kormaveth 2D"/ { split($(NF-1), size, /[x+]/); print $1, size[1], size[2] }'
 }
 
 # The question comes first, in a small window of its own with the game's caption.

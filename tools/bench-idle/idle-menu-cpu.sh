@@ -16,7 +16,7 @@ cd "$work"
 SDL_AUDIODRIVER=dummy "$game" > "$work/stdout.txt" 2>&1 &
 pid=$!
 titled_windows() {
-  xwininfo -root -tree | awk '/"Project Kormaveth 2D"/ { split($(NF-1), s, /[x+]/); print $1, s[1] }'
+  { xwininfo -root -tree 2>/dev/null || true; } | awk '/"Project Kormaveth 2D"/ { split($(NF-1), s, /[x+]/); print $1, s[1] }'
 }
 # Answer the full-screen question with No.
 for _ in $(seq 1 200); do
