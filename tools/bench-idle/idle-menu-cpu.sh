@@ -27,23 +27,57 @@ done
 sleep 0.3
 xdotool windowfocus "$question" 2>/dev/null || true
 xdotool key Escape
-sleep 2	# let the window open and the menu settle
-window=$(titled_windows | awk '$2 == 640 { id = $1 } END { print id }')
+window=""
+for _ in $(seq 1 600); do
+  window=$(titled_windows | awk '$2 == 640 { id = $1 } END { print id }')
+  [ -n "$window" ] && xwininfo -id "$window" 2>/dev/null | grep -q IsViewable && break
+  sleep 0.1
+done
+[ -n "$window" ] || { echo "the game's window never appeared" >&2; exit 1; }
+sleep 2	# let the menu settle
 
-# A menu entry's centre (the entries span x 70-249; rows as in the menu pictures), then the
-# pointer goes back to rest in a corner of the picture.
+# A busy machine can make the game miss an input sent too early: each one is sent again until the
+# picture shows it was taken (it changed; for the pause, it stands still).
+picture() { xwd -silent -id "$window" | md5sum; }
+until_changed() {
+  local before
+  before=$(picture)
+  for _ in $(seq 1 20); do
+    "$@"
+    for _ in $(seq 1 10); do
+      sleep 0.1
+      [ "$(picture)" != "$before" ] && return 0
+    done
+  done
+  echo "the game did not answer: $*" >&2
+  exit 1
+}
+until_still() {
+  for _ in $(seq 1 20); do
+    "$@"
+    local first
+    first=$(picture)
+    sleep 0.5
+    [ "$(picture)" = "$first" ] && return 0
+  done
+  echo "the game did not answer: $*" >&2
+  exit 1
+}
+# The cursor goes to a menu entry's centre first (the entries span x 70-249; rows as in the menu
+# pictures), so that only the click changes the picture.
 click_entry() {
   local -a rows=(0 260 295 328 360 392)
-  xdotool mousemove --window "$window" 160 "${rows[$1]}" click 1
-  sleep 0.3
+  xdotool mousemove --window "$window" 160 "${rows[$1]}"
+  sleep 0.5
+  until_changed xdotool click 1
 }
 case "$screen" in
   menu) ;;
   play|pause)
     click_entry 1		# one player
     click_entry 3		# tavesh: the game starts
-    [ "$screen" = pause ] && { xdotool key --window "$window" Escape; sleep 0.3; }
-    xdotool mousemove --window "$window" 600 20 ;;
+    [ "$screen" = pause ] && until_still xdotool key --window "$window" Escape
+    xdotool mousemove --window "$window" 600 20 ;;		# the cursor at rest in a corner
   *) echo "unknown screen $screen" >&2; exit 1 ;;
 esac
 sleep 1
@@ -52,7 +86,12 @@ ticks_per_second=$(getconf CLK_TCK)
 cpu_ticks() { awk '{ print $14 + $15 }' "/proc/$pid/stat"; }
 kill -0 "$pid" 2>/dev/null || { echo "the game ended: $(cat "$work/stdout.txt" "$work/log.txt" 2>/dev/null)" >&2; exit 1; }
 start=$(cpu_ticks)
-sleep "$seconds"
+# KMVT_BENCH_PERF names a file for a perf profile of the game over the measure, to see where the time goes.
+if [ -n "${KMVT_BENCH_PERF:-}" ]; then
+  perf record -q -g -o "$KMVT_BENCH_PERF" -p "$pid" -- sleep "$seconds" > /dev/null 2>&1
+else
+  sleep "$seconds"
+fi
 end=$(cpu_ticks)
 # KMVT_BENCH_SHOT names a file for a picture of the screen at the end, to see what was measured.
 [ -n "${KMVT_BENCH_SHOT:-}" ] && xwd -silent -root | convert xwd:- "$KMVT_BENCH_SHOT"
