@@ -212,7 +212,7 @@ std::string DescribeResult( const cGameSetup &setup, const cGameResult &result )
 	char line[400];
 	std::snprintf( line, sizeof( line ),
 				   "%dP %-14s difficulty %d: %-10s frames %5d (%5.1f s)  enemies left %2d  health %-7s lowest %3d  hits taken %2d  revivals %d  doors closed %d/%d  shots %4d  skill %2d  "
-				   "UpdateInGame mean %.1f us p99 %.1f us  frame mean %.1f us p99 %.1f us",
+				   "step mean %.1f us p99 %.1f us  frame mean %.1f us p99 %.1f us",
 				   setup.players, players, setup.difficulty, DescribeOutcome( result.outcome ), result.frames,
 				   result.frames * static_cast<double>( cGame::FRAME_TIME ) / 1000.0, result.enemiesLeft, health,
 				   result.lowestHealth, result.hitsTaken, result.revivals, result.doorsClosed, result.doorsAtStart, result.shots, result.skills, GetMean( result.updateTimes ), GetPercentile( result.updateTimes, 0.99 ),

@@ -4,7 +4,9 @@
 //   the game's state after the last step, which must be the same on every display;
 // - on the real monotonic clock with a present that never waits: the interval between the starts
 //   of two steps, median, 99th percentile and longest.
-// The game's own millisecond clock moves 15 msec a step in both, as the headless game's does.
+// For comparison, the same games on the same displays under the pacing the game had before: a
+// step, a frame, then a wait until 15 msec after the step began, however long the present took.
+// The game's own millisecond clock moves 15 msec a step in all, as the headless game's does.
 //   bench-frame [--resources=FOLDER] [--steps=N]
 
 #include <unistd.h>
@@ -93,7 +95,19 @@ bool StartGame( cHeadlessGame &headless ) {
 		&& ClickEntry( headless, 1 ) && ClickEntry( headless, 3 ) && gameState == STATE_PLAYING;
 }
 
-bool RunOnDisplay( int refreshRate, int steps, uint64_t &hash ) {
+// A step, a frame, and a wait to 15 msec after the step's start: a slow present costs steps.
+void RunWithFixedWait( cSimulatedClock &clock, cAutoplayFrames &frames ) {
+	for ( ;; ) {
+		const int64_t start = clock.GetNanoseconds();
+		if ( !frames.Step() ) {
+			return;
+		}
+		frames.DrawFrame();
+		clock.SleepUntil( start + cFrameLoop::STEP_TIME );
+	}
+}
+
+bool RunOnDisplay( int refreshRate, int steps, bool fixedWait, uint64_t &hash ) {
 	cSimulatedClock clock;
 	cSimulatedDisplayBackend display( clock, refreshRate );
 	display.SetRecording( false );
@@ -102,15 +116,19 @@ bool RunOnDisplay( int refreshRate, int steps, uint64_t &hash ) {
 		return false;
 	}
 	cAutoplayFrames frames( headless, clock, steps );
-	cFrameLoop loop( clock );
-	loop.Run( frames );
+	if ( fixedWait ) {
+		RunWithFixedWait( clock, frames );
+	} else {
+		cFrameLoop loop( clock );
+		loop.Run( frames );
+	}
 	const double seconds = ( frames.stepTimes.back() - frames.stepTimes.front() ) / NANOSECONDS_PER_SECOND;
 	const double rate = ( frames.stepTimes.size() - 1 ) / seconds;
 	hash = cStateHash( headless.GetGame() ).GetTotal();
 	char name[16];
 	std::snprintf( name, sizeof( name ), refreshRate > 0 ? "%d Hz" : "no wait", refreshRate );
-	std::printf( "display %-7s: %zu steps, %d frames in %.3f s: %.2f steps/s (%+.2f %%), state hash %016" PRIx64 "\n",
-				 name, frames.stepTimes.size(), frames.frames, seconds, rate, 100.0 * ( rate / STEPS_PER_SECOND - 1.0 ),
+	std::printf( "%s, display %-7s: %zu steps, %d frames in %.3f s: %.2f steps/s (%+.2f %%), state hash %016" PRIx64 "\n",
+				 fixedWait ? "fixed wait" : "frame loop", name, frames.stepTimes.size(), frames.frames, seconds, rate, 100.0 * ( rate / STEPS_PER_SECOND - 1.0 ),
 				 hash );
 	return true;
 }
@@ -148,11 +166,18 @@ int main( int argc, char **argv ) {
 		std::fprintf( stderr, "bench-frame: cannot enter %s\n", resources.c_str() );
 		return 2;
 	}
+	for ( int rate : REFRESH_RATES ) {
+		uint64_t hash = 0;
+		if ( !RunOnDisplay( rate, steps, true, hash ) ) {
+			std::fprintf( stderr, "bench-frame: the game did not start\n" );
+			return 1;
+		}
+	}
 	uint64_t first = 0;
 	bool same = true;
 	for ( int rate : REFRESH_RATES ) {
 		uint64_t hash = 0;
-		if ( !RunOnDisplay( rate, steps, hash ) ) {
+		if ( !RunOnDisplay( rate, steps, false, hash ) ) {
 			std::fprintf( stderr, "bench-frame: the game did not start\n" );
 			return 1;
 		}
