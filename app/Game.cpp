@@ -7,7 +7,6 @@
 #include "actors/WorldAnimation.h"
 #include "app/GameState.h"
 #include "log/Log.h"
-#include "platform/Clock.h"
 #include "platform/Platform.h"
 #include "sound/SoundIds.h"
 #include "world/Scene.h"
