@@ -1,6 +1,7 @@
 // The program: reads its command line, asks about full screen, opens the window, runs the game's
-// frames between window events until the window closes or the player quits, then shuts everything
-// down in order. --replay FILE --verify runs no window at all.
+// steps on the pacing clock with a frame after them whenever the picture changed, until the window
+// closes or the player quits, then shuts everything down in order. Recording and replaying go
+// through the run's session; --replay FILE --verify runs no window at all.
 
 #define SDL_MAIN_HANDLED
 #include <SDL.h>
@@ -8,9 +9,13 @@
 
 #include <cstdio>
 
+#include "app/FrameClient.h"
+#include "app/FrameLoop.h"
+#include "app/FramePicture.h"
 #include "app/Game.h"
 #include "graphics/sdl/SdlGraphicsBackend.h"
 #include "input/sdl/SdlInputBackend.h"
+#include "platform/MonotonicClock.h"
 #include "platform/Platform.h"
 #include "platform/sdl/SdlClock.h"
 #include "platform/sdl/SdlWindow.h"
@@ -32,22 +37,44 @@ bool CreateMainWindow( cSdlWindow &window, bool &fullscreen ) {
 	return true;
 }
 
-// Each pass handles one pending window event, or runs one frame when none is pending.
-void RunFrames( cSdlInputBackend &input, cSession &session ) {
-	for ( ;; ) {
+// The game in its SDL window. A hidden or minimised window is not drawn; a window event that may
+// have spoilt or hidden the picture asks for a frame.
+class cWindowFrames : public cFrameClient {
+public:
+	cWindowFrames( const cSdlWindow &window, cSdlInputBackend &input, cSession &session )
+		: window( window ), input( input ), session( session ) {}
+
+	bool HandleEvents() override {
 		SDL_Event event;
-		if ( SDL_PollEvent( &event ) ) {
+		while ( SDL_PollEvent( &event ) ) {
 			if ( event.type == SDL_QUIT ) {	// the window closed, or SIGINT / SIGTERM
-				return;
+				return false;
+			}
+			if ( event.type == SDL_WINDOWEVENT ) {
+				picture.Forget();
 			}
 			input.HandleEvent( event );
-		} else if ( !session.Step( game ) ) {
-			return;
 		}
+		return true;
 	}
-}
+	bool Step() override { return session.Step( game ); }
+	bool IsFrameWanted() override {
+		const Uint32 unseen = SDL_WINDOW_HIDDEN | SDL_WINDOW_MINIMIZED;
+		return ( SDL_GetWindowFlags( window.GetWindow() ) & unseen ) == 0 && picture.IsChanged( game );
+	}
+	void DrawFrame() override {
+		game.RenderFrame();
+		picture.Note( game );
+	}
 
-void RunGame( const cCommandLine &line, cSdlClock &clock ) {
+private:
+	const cSdlWindow &	window;
+	cSdlInputBackend &	input;
+	cSession &			session;
+	cFramePicture		picture;
+};
+
+void RunGame( const cCommandLine &line, cClock &clock ) {
 	cSdlWindow window;
 	bool fullscreen = false;
 	if ( !CreateMainWindow( window, fullscreen ) ) {
@@ -69,7 +96,10 @@ void RunGame( const cCommandLine &line, cSdlClock &clock ) {
 	platform.sound = session.GetSound();
 	session.Watch( game );
 	if ( game.Init( platform, fullscreen ) ) {
-		RunFrames( input, session );
+		cMonotonicClock pacing;
+		cFrameLoop loop( pacing );
+		cWindowFrames frames( window, input, session );
+		loop.Run( frames );
 	}
 	if ( !session.Close( error ) ) {
 		std::fprintf( stderr, "%s\n", error.c_str() );
@@ -90,7 +120,7 @@ int main( int argc, char **argv ) {
 		default:					break;
 	}
 	SDL_SetMainReady();
-	if ( SDL_Init( SDL_INIT_VIDEO | SDL_INIT_EVENTS | SDL_INIT_GAMECONTROLLER ) != 0 ) {
+	if ( SDL_Init( SDL_INIT_VIDEO | SDL_INIT_EVENTS ) != 0 ) {
 		std::fprintf( stderr, "%s: cannot start SDL: %s\n", cSdlWindow::TITLE, SDL_GetError() );
 		game.Finalize();
 		return 0;

@@ -1,12 +1,9 @@
 #pragma once
 // One step of the game as the program runs it: read the input, process the step, move the
-// pictures on. Recordings are made and played in these steps.
+// pictures on, keep the music. Recordings are made and played in these steps.
 
 #include "app/Game.h"
 
 inline bool StepGame( cGame &game ) {
-	game.ReadInput();
-	const bool going = game.Process();
-	game.Render();
-	return going;
+	return game.Step();
 }

@@ -29,6 +29,7 @@ void cRecorder::BeginStep( bool pause ) {
 		checkpoints.push_back( cCheckpoint::Take( done, cStateHash( *watched ) ) );
 	}
 	tape.BeginStep( pause );
+	betweenSteps = false;
 }
 
 cRecording cRecorder::GetRecording() const {
@@ -57,24 +58,32 @@ bool cRecordingInput::TakePauseRequest() {
 
 bool cRecordingInput::ReadKeyboard( uint8_t state[256] ) {
 	const bool read = platform.ReadKeyboard( state );
-	recorder.GetTape().PutKeyboard( read, state );
+	if ( recorder.IsRecording() ) {
+		recorder.GetTape().PutKeyboard( read, state );
+	}
 	return read;
 }
 
 bool cRecordingInput::ReadMouse( cMouseReading &reading ) {
 	const bool read = platform.ReadMouse( reading );
-	recorder.GetTape().PutMouse( read, reading );
+	if ( recorder.IsRecording() ) {
+		recorder.GetTape().PutMouse( read, reading );
+	}
 	return read;
 }
 
 uint32_t cRecordingClock::GetTickCount() {
 	const uint32_t now = platform.GetTickCount();
-	recorder.GetTape().PutTick( now );
+	if ( recorder.IsRecording() ) {
+		recorder.GetTape().PutTick( now );
+	}
 	return now;
 }
 
 std::time_t cRecordingClock::GetCalendarTime() {
 	const std::time_t now = platform.GetCalendarTime();
-	recorder.GetTape().PutCalendar( now );
+	if ( recorder.IsRecording() ) {
+		recorder.GetTape().PutCalendar( now );
+	}
 	return now;
 }

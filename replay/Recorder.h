@@ -1,8 +1,9 @@
 #pragma once
 // cRecorder records a run of the game: the game is given the recorder's input backend and clock,
 // which pass the platform's through and note every value on the tape. A step begins with the input
-// layer's poll, whose first question is the pause request; every 100 steps the recorder keeps a
-// checkpoint of the watched game's state.
+// layer's poll, whose first question is the pause request, and ends when the driver says so:
+// reads between the end of a step and the next poll are a tool's, not the game's, and pass
+// unrecorded. Every 100 steps the recorder keeps a checkpoint of the watched game's state.
 
 #include <memory>
 #include <string>
@@ -34,14 +35,19 @@ public:
 	cRecording			GetRecording() const;
 	bool				Save( const std::string &path, std::string &error ) const;
 
+	// After every step of the game.
+	void				EndStep() { betweenSteps = true; }
+
 	// From the recording backends.
 	void				BeginStep( bool pause );
+	bool				IsRecording() const { return !betweenSteps; }
 	cTapeWriter &		GetTape() { return tape; }
 
 private:
 	cTapeWriter			tape;
 	std::vector<cCheckpoint> checkpoints;
 	const cGame *		watched = nullptr;
+	bool				betweenSteps = false;
 	std::unique_ptr<cRecordingInput> input;
 	std::unique_ptr<cRecordingClock> clock;
 };

@@ -12,7 +12,6 @@ public:
 
 	uint32_t		GetTickCount() override;
 	std::time_t		GetCalendarTime() override;
-	void			Sleep( uint32_t msec ) override { platform.Sleep( msec ); }
 
 private:
 	cClock &		platform;

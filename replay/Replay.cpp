@@ -67,11 +67,12 @@ bool cReplay::BeginStep() {
 	}
 	step++;
 	nextRead = 0;
+	betweenSteps = false;
 	return current.pause;
 }
 
 const cTapeStep::cRead *cReplay::TakeRead( cTapeStep::eKind kind, cTapeStep::eKind orFailed ) {
-	if ( stopped ) {
+	if ( stopped || betweenSteps ) {
 		return nullptr;
 	}
 	if ( nextRead == current.reads.size() ) {
@@ -91,6 +92,7 @@ bool cReplay::CheckStep( const cGame &game ) {
 	if ( stopped ) {
 		return !HasDiverged();
 	}
+	betweenSteps = true;
 	if ( nextRead < current.reads.size() ) {
 		Diverge( step, "the game read less than the recording holds" );
 		return false;

@@ -1,7 +1,8 @@
 #pragma once
 // cReplay plays a recording back: the game is given the replay's input backend and clock, which
 // give it, step by step, what the recorded game read, in the same order. After each step the
-// driver asks CheckStep, which compares the checkpoint due with the game's state. When the tape
+// driver asks CheckStep, which compares the checkpoint due with the game's state; reads between
+// then and the next step (a tool's, not the game's) get the last values and are not compared. When the tape
 // ends, when the replay went another way, or when it is stopped, the backends pass the platform's
 // input and clock through: the player takes over, the tick count going on from the recording's.
 
@@ -50,7 +51,8 @@ public:
 
 	// From the replay backends.
 	bool				BeginStep();
-	// The next read of the step if it is of that kind; null (the replay went another way) if not.
+	// The next read of the step if it is of that kind; null (the replay went another way) if not,
+	// and null between a step's check and the next step, where the reads are not the game's.
 	const cTapeStep::cRead *TakeRead( cTapeStep::eKind kind, cTapeStep::eKind orFailed );
 	void				NotePlayerKeys( const uint8_t state[256] );
 
@@ -59,6 +61,7 @@ private:
 	cTapeReader			reader;
 	cTapeStep			current;			// the preamble until the first poll
 	size_t				nextRead = 0;
+	bool				betweenSteps = false;
 	uint64_t			step = 0;
 	bool				stopped = false;
 	uint64_t			divergedAt = 0;

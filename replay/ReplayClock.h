@@ -13,7 +13,6 @@ public:
 
 	uint32_t		GetTickCount() override;
 	std::time_t		GetCalendarTime() override;
-	void			Sleep( uint32_t msec ) override { platform.Sleep( msec ); }
 	void			Hold();			// the replay stopped: the tick count goes on from here
 
 private:

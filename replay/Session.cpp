@@ -52,7 +52,11 @@ bool cSession::IsReplaying() const {
 
 bool cSession::Step( cGame &game ) {
 	if ( !IsReplaying() ) {
-		return StepGame( game );
+		const bool going = StepGame( game );
+		if ( recorder ) {
+			recorder->EndStep();
+		}
+		return going;
 	}
 	if ( replay->IsPlayerKeyDown( KEY_ESCAPE ) ) {
 		EndReplay( game );

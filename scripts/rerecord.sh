@@ -27,12 +27,14 @@ play --players=1 --character=lumra --difficulty=2 --live-calendar
 play --players=2 --character=tavesh --difficulty=3 --calendar=1700000321
 # Every door and every box opened, by lumra with tavesh beside her.
 play --players=2 --character=lumra --difficulty=1 --open-doors
+mv "$out/2p-lumra-tavesh-d1-victory.kmr" "$out/2p-lumra-tavesh-d1-victory-every-door-and-box.kmr"
 # Defeats: bots that walk into the enemies' fire and shoot seldom or never.
 play --players=1 --character=tavesh --difficulty=3 --reckless --tap=100000
 play --players=1 --character=lumra --difficulty=3 --reckless --tap=30
-play --players=2 --character=lumra --difficulty=3 --reckless --tap=100000 --frames=6000
-# Games abandoned from the pause screen after 15 s of play.
-play --players=2 --character=tavesh --difficulty=2 --frames=1000
+# Games left from the pause screen: a player down and not revived; the players on pads; 15 s of
+# play.
+play --players=2 --character=lumra --difficulty=3 --reckless --tap=100000 --frames=3000
+play --players=2 --character=tavesh --difficulty=2 --pads --frames=2000
 play --players=1 --character=lumra --difficulty=1 --frames=1000 --calendar=1700000777
 
 du -ch "$out"/*.kmr | tail -n 1

@@ -1,15 +1,17 @@
 #pragma once
 // Runs the real cGame frame by frame without a window, for tests and headless tools: scripted keys
-// and mouse, a manual clock that each frame's wait advances by 15 msec, a fixed calendar time, and
-// drawing recorded instead of shown.
+// and mouse, a manual clock that each frame moves on by 15 msec, a fixed calendar time, and
+// drawing recorded instead of shown (or handed to a graphics backend of the caller's).
 
 #include <cstdint>
+#include <functional>
 
 #include "app/Game.h"
 #include "graphics/headless/RecordingGraphicsBackend.h"
 #include "input/headless/ScriptedInputBackend.h"
 #include "platform/Clock.h"
 
+class cGraphicsBackend;
 class cInputBackend;
 class cSoundBackend;
 
@@ -17,8 +19,8 @@ class cHeadlessGame {
 public:
 	static const std::time_t CALENDAR_TIME = 1700000000;	// in seconds, fixed so that runs repeat
 
-	// sound null runs the game silent; the backend is not owned.
-	explicit				cHeadlessGame( cSoundBackend *sound = nullptr );
+	// sound null runs the game silent; graphics null records the drawing. Neither is owned.
+	explicit				cHeadlessGame( cSoundBackend *sound = nullptr, cGraphicsBackend *graphics = nullptr );
 							~cHeadlessGame();
 							cHeadlessGame( const cHeadlessGame & ) = delete;
 	cHeadlessGame &			operator=( const cHeadlessGame & ) = delete;
@@ -26,7 +28,12 @@ public:
 	// The game reads the scripted input directly, or through wrapper (not owned), which passes
 	// it on: a recorder's input, for example.
 	bool					Start( bool fullscreen = false, cInputBackend *wrapper = nullptr );
-	bool					Frame();						// one cGame::Loop; false when the game ends
+	// One step, then one drawing; false when the game ends.
+	bool					Frame();
+	// One step, with the clock at its end moved on to a whole step's time; false when the game ends.
+	bool					Step();
+	// Called after every step (a recorder marking the step's end, for example).
+	void					SetStepEnd( std::function<void()> stepEnd ) { onStepEnd = std::move( stepEnd ); }
 	bool					Frames( int count );			// stops early when the game ends
 	// A click is a press seen in one frame and a release seen in the next, at a 640 x 480 point.
 	bool					Click( int32_t x, int32_t y );
@@ -42,6 +49,8 @@ private:
 	cScriptedInputBackend		input;
 	cRecordingGraphicsBackend	graphics;
 	cSoundBackend *				sound;
+	cGraphicsBackend *			screen;			// where the game draws: graphics, or the caller's
 	cGame						game;
 	bool						started = false;
+	std::function<void()>		onStepEnd;
 };

@@ -47,7 +47,7 @@ bool cSdlWindow::Create( bool wantFullscreen ) {
 	fullscreen = wantFullscreen;
 	int width = VIEW_WIDTH;
 	int height = VIEW_HEIGHT;
-	Uint32 flags = SDL_WINDOW_SHOWN;
+	Uint32 flags = SDL_WINDOW_HIDDEN;		// the graphics backend shows it once its renderer is made
 	if ( fullscreen ) {
 		flags |= SDL_WINDOW_FULLSCREEN_DESKTOP;
 	} else {

@@ -17,6 +17,7 @@ public:
 
 	// "Would you like fullscreen mode?"; any answer but Yes, a failure included, means windowed.
 	static bool		AskFullscreen();
+	// The window is created hidden: it is shown once the renderer is made, so that it appears once.
 	bool			Create( bool fullscreen );
 	void			Destroy();
 

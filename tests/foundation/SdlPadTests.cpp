@@ -110,7 +110,7 @@ protected:
 	void Frames( int count ) {
 		for ( int i = 0; i < count; i++ ) {
 			HandleEvents();
-			ASSERT_TRUE( game.Loop() );
+			ASSERT_TRUE( game.Step() );
 		}
 	}
 	void StartGame( uint32_t players ) {

@@ -76,6 +76,7 @@ cRecording Record( const tScript &script ) {
 		for ( int step = 1; step <= STEPS; step++ ) {
 			script( input, step );
 			StepGame( game );
+			recorder.EndStep();
 			clock.Advance( cGame::FRAME_TIME );
 			clock.SetCalendarTime( CALENDAR + clock.GetTickCount() / 1000 );
 		}

@@ -48,8 +48,9 @@ TEST_P( RecordedGame, PlaysBackExactly ) {
 	std::printf( "%s: %" PRIu64 " steps, final state hash %s\n", GetParam().c_str(), outcome.steps, hash );
 }
 
+// The nine games scripts/rerecord.sh makes.
 TEST( RecordedGames, AreThere ) {
-	EXPECT_GE( ListRecordings().size(), 10u ) << "the recordings are missing from " << KMVT_RECORDINGS;
+	EXPECT_GE( ListRecordings().size(), 9u ) << "the recordings are missing from " << KMVT_RECORDINGS;
 }
 
 INSTANTIATE_TEST_SUITE_P( Replays, RecordedGame, testing::ValuesIn( ListRecordings() ),

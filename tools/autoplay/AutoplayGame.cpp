@@ -224,8 +224,8 @@ void cAutoplayGame::CountHits( cGameResult &result, int32_t lastHealth[2], bool 
 	}
 }
 
-// The three steps of the game's own frame, with its processing timed on its own; the manual clock
-// then moves to the frame's end as the game's wait would move it. With a live calendar the second
+// The game's step, timed on its own, then its drawing; the manual clock then moves to the step's
+// end as the game's pacing would move it. With a live calendar the second
 // that seeds the random draws moves on with that clock.
 bool cAutoplayGame::RunFrame( const cGameSetup &setup, uint32_t startTick, cGameResult &result ) {
 	cGame &game = headless.GetGame();
@@ -235,14 +235,12 @@ bool cAutoplayGame::RunFrame( const cGameSetup &setup, uint32_t startTick, cGame
 		clock.SetCalendarTime( setup.calendar + ( frameStart - startTick ) / 1000 );
 	}
 	const tClock::time_point start = tClock::now();
-	game.ReadInput();
-	const tClock::time_point processStart = tClock::now();
-	const bool going = game.Process();
-	const tClock::time_point processEnd = tClock::now();
-	game.Render();
+	const bool going = headless.Step();
+	const tClock::time_point stepEnd = tClock::now();
+	game.RenderFrame();
 	const tClock::time_point end = tClock::now();
 	clock.SetTickCount( frameStart + cGame::FRAME_TIME );
-	result.updateTimes.push_back( GetMicroseconds( processStart, processEnd ) );
+	result.updateTimes.push_back( GetMicroseconds( start, stepEnd ) );
 	result.frameTimes.push_back( GetMicroseconds( start, end ) );
 	return going;
 }
@@ -312,7 +310,7 @@ std::string DescribeResult( const cGameSetup &setup, const cGameResult &result )
 	char line[400];
 	std::snprintf( line, sizeof( line ),
 				   "%dP %-14s difficulty %d: %-10s frames %5d (%5.1f s)  enemies left %2d  health %-7s lowest %3d  hits taken %2d  revivals %d  doors closed %d/%d  boxes closed %d/%d  shots %4d  skill %2d  "
-				   "UpdateInGame mean %.1f us p99 %.1f us  frame mean %.1f us p99 %.1f us",
+				   "step mean %.1f us p99 %.1f us  frame mean %.1f us p99 %.1f us",
 				   setup.players, players, setup.difficulty, DescribeOutcome( result.outcome ), result.frames,
 				   result.frames * static_cast<double>( cGame::FRAME_TIME ) / 1000.0, result.enemiesLeft, health,
 				   result.lowestHealth, result.hitsTaken, result.revivals, result.doorsClosed, result.doorsAtStart, result.boxesClosed, result.boxesAtStart, result.shots, result.skills, GetMean( result.updateTimes ), GetPercentile( result.updateTimes, 0.99 ),

@@ -25,6 +25,7 @@ cRecordedGame::cRecordedGame( const std::string &recordFolder ) : folder( record
 	if ( !folder.empty() ) {
 		recorder = std::make_unique<cRecorder>( headless.GetInput(), headless.GetClock() );
 		SetClock( &recorder->GetClock() );
+		headless.SetStepEnd( [this]() { recorder->EndStep(); } );
 	}
 }
 
