@@ -67,6 +67,7 @@ void cGame::NewGame() {
 	}
 	uint32_t count = 0;
 	config.GetPlayers( count );
+	inputLayer.SetPlayerCount( static_cast<int>( count ) );
 	const uint32_t created = ( count == 1 || count == 2 ) ? count : 0;
 	for ( uint32_t number = 1; number <= created; number++ ) {
 		uint32_t character = 0;

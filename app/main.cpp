@@ -95,7 +95,7 @@ void RunGame() {
 
 int main( int, char ** ) {
 	SDL_SetMainReady();
-	if ( SDL_Init( SDL_INIT_VIDEO | SDL_INIT_EVENTS ) != 0 ) {
+	if ( SDL_Init( SDL_INIT_VIDEO | SDL_INIT_EVENTS | SDL_INIT_GAMECONTROLLER ) != 0 ) {
 		std::fprintf( stderr, "%s: cannot start SDL: %s\n", cSdlWindow::TITLE, SDL_GetError() );
 		game.Finalize();
 		return 0;

@@ -24,6 +24,8 @@ public:
 	cScene &				GetScene();
 	cPlayer &				AddPlayer( int32_t kind, int32_t x, int32_t y );
 	cEnemy &				AddEnemy( int32_t kind, int32_t x, int32_t y, int32_t direction, int32_t difficulty = 1 );
+	void					SetKey( int key, bool down ) { headless.SetKey( key, down ); }
+	bool					Frames( int count = 1 ) { return headless.Frames( count ); }
 
 	// Sound ids started (PlaySound or PlayMusic) and stopped since the set-up or the last Forget.
 	std::vector<int>		GetPlayedSounds() const;
