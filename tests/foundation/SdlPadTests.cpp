@@ -106,11 +106,13 @@ protected:
 			input->HandleEvent( event );
 		}
 	}
-	// As the program's loop: the pending events, then the game's frame.
+	// As the program's loop: the pending events, then the game's step and its frame, 15 msec apart.
 	void Frames( int count ) {
 		for ( int i = 0; i < count; i++ ) {
 			HandleEvents();
 			ASSERT_TRUE( game.Step() );
+			game.RenderFrame();
+			clock.Advance( cGame::FRAME_TIME );
 		}
 	}
 	void StartGame( uint32_t players ) {
