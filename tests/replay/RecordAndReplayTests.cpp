@@ -16,10 +16,14 @@
 #include "platform/Platform.h"
 #include "replay/Recorder.h"
 #include "replay/Replay.h"
+#include "replay/ReplayFile.h"
+#include "replay/Session.h"
 #include "replay/GameStep.h"
 #include "replay/headless/ReplayCheck.h"
 #include "sound/headless/RecordingSoundBackend.h"
 #include "support/LogCapture.h"
+#include "support/TempDir.h"
+#include "world/Scene.h"
 
 namespace {
 
@@ -156,4 +160,44 @@ TEST( RecordAndReplayTest, AtTheEndThePlayerTakesOver ) {
 	}
 	SetClock( nullptr );
 	gameState = STATE_MAIN_MENU;
+}
+
+// In the window: a held key plays four recorded steps a step, Escape leaves at once, and either
+// way the player then has the main menu with no game behind it.
+TEST( RecordAndReplayTest, TheWindowsReplayRunsFastOnAKeyAndLeavesOnEscape ) {
+	cTempDir dir;
+	std::string error;
+	ASSERT_TRUE( cReplayFile::Save( dir.GetFile( "game.kmr" ), Record( []( cScriptedInputBackend &input, int step ) {
+		PlayAGame( input, step, KEY_A );
+	} ), error ) );
+	const char *argv[] = { "kormaveth2d", "--replay", "" };
+	const std::string file = dir.GetFile( "game.kmr" );
+	argv[2] = file.c_str();
+	for ( const int key : { KEY_K, KEY_ESCAPE } ) {
+		cScriptedInputBackend player;
+		cManualClock clock( 5, CALENDAR );
+		cRecordingGraphicsBackend graphics;
+		graphics.SetRecording( false );
+		cSession session;
+		ASSERT_TRUE( session.Open( cCommandLine::Parse( 3, argv ), player, nullptr, clock, error ) ) << error;
+		SetClock( &session.GetClock() );
+		gameState = STATE_MAIN_MENU;
+		cGame game;
+		cPlatform platform;
+		platform.graphics = &graphics;
+		platform.input = &session.GetInput();
+		platform.sound = session.GetSound();
+		ASSERT_TRUE( game.Init( platform, false ) );
+		int steps = 0;
+		for ( ; session.IsReplaying() && steps < STEPS; steps++ ) {
+			player.SetKey( key, steps >= 50 );
+			EXPECT_TRUE( session.Step( game ) );
+		}
+		// 51 steps at 1, then the key seen at the poll of step 52: 4 a step up to the end.
+		EXPECT_EQ( steps, key == KEY_K ? 51 + ( STEPS - 51 + 3 ) / 4 : 52 ) << "key " << key;
+		EXPECT_EQ( gameState, STATE_MAIN_MENU );
+		EXPECT_EQ( game.GetScene(), nullptr );
+		game.Finalize();
+		SetClock( nullptr );
+	}
 }
