@@ -9,7 +9,9 @@ cd "$(dirname "$0")/.."
 scripts/deps.sh package
 build=${KMVT_PACKAGE_BUILD:-build/package}
 
-# Debian's hardening flags (fortified functions, stack protector, read-only relocations).
+# Debian's hardening flags (fortified functions, stack protector, read-only relocations bound at
+# start, position-independent executable).
+export DEB_BUILD_MAINT_OPTIONS=hardening=+all
 CXXFLAGS="$(dpkg-buildflags --get CPPFLAGS) $(dpkg-buildflags --get CXXFLAGS)"
 LDFLAGS="$(dpkg-buildflags --get LDFLAGS)"
 export CXXFLAGS LDFLAGS
