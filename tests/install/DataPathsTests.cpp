@@ -70,12 +70,6 @@ TEST( DataPaths, FirstFolderHoldingTheMapWins ) {
 	}
 }
 
-TEST( DataPaths, NotFoundNamesEveryFolderLookedIn ) {
-	cDataPaths paths;
-	paths.Find( { "/nowhere/a", "/nowhere/b" } );
-	EXPECT_EQ( paths.DescribeSearch(), "No game data found; looked in: /nowhere/a, /nowhere/b" );
-}
-
 TEST( DataPaths, LogStaysBesideDataInTheWorkingFolderElseGoesToTheStateFolder ) {
 	cTempDir folder;
 	MakeDataFolder( folder, "data" );
