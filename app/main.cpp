@@ -14,6 +14,7 @@
 #include "app/Game.h"
 #include "graphics/sdl/SdlGraphicsBackend.h"
 #include "input/sdl/SdlInputBackend.h"
+#include "platform/DataPaths.h"
 #include "platform/MonotonicClock.h"
 #include "platform/Platform.h"
 #include "platform/sdl/SdlClock.h"
@@ -69,7 +70,13 @@ private:
 };
 
 void RunGame() {
-	cSdlWindow window;
+	// The data may lie in the working folder, beside the executable or where it was installed;
+	// the log goes with it, so this comes before anything is logged.
+	char *executableFolder = SDL_GetBasePath();
+	cDataPaths dataPaths;
+	dataPaths.SetUp( executableFolder != nullptr ? executableFolder : "" );
+	SDL_free( executableFolder );
+	cSdlWindow window( dataPaths.GetRoot() );
 	bool fullscreen = false;
 	if ( !CreateMainWindow( window, fullscreen ) ) {
 		game.Finalize();
@@ -82,6 +89,7 @@ void RunGame() {
 	platform.graphics = &graphics;
 	platform.input = &input;
 	platform.sound = &sound;
+	platform.dataRoot = dataPaths.GetRoot();
 	if ( game.Init( platform, fullscreen ) ) {
 		cMonotonicClock pacing;
 		cFrameLoop loop( pacing );
