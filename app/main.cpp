@@ -7,6 +7,7 @@
 #include <SDL_image.h>
 
 #include <cstdio>
+#include <string>
 
 #include "app/FrameClient.h"
 #include "app/FrameLoop.h"
@@ -14,6 +15,7 @@
 #include "app/Game.h"
 #include "graphics/sdl/SdlGraphicsBackend.h"
 #include "input/sdl/SdlInputBackend.h"
+#include "log/Log.h"
 #include "platform/DataPaths.h"
 #include "platform/MonotonicClock.h"
 #include "platform/Platform.h"
@@ -69,6 +71,15 @@ private:
 	cFramePicture		picture;
 };
 
+// Pads are welcome but not needed: without them the game plays on the keyboard and the mouse.
+void StartPads() {
+	if ( SDL_InitSubSystem( SDL_INIT_GAMECONTROLLER ) != 0 ) {
+		std::string line = "Gamepads unavailable: ";
+		line += SDL_GetError();
+		cLog::Write( line.c_str() );
+	}
+}
+
 void RunGame() {
 	// The data may lie in the working folder, beside the executable or where it was installed;
 	// the log goes with it, so this comes before anything is logged.
@@ -91,6 +102,7 @@ void RunGame() {
 	platform.sound = &sound;
 	platform.dataRoot = dataPaths.GetRoot();
 	if ( game.Init( platform, fullscreen ) ) {
+		StartPads();
 		cMonotonicClock pacing;
 		cFrameLoop loop( pacing );
 		cWindowFrames frames( window, input );
@@ -103,7 +115,7 @@ void RunGame() {
 
 int main( int, char ** ) {
 	SDL_SetMainReady();
-	if ( SDL_Init( SDL_INIT_VIDEO | SDL_INIT_EVENTS | SDL_INIT_GAMECONTROLLER ) != 0 ) {
+	if ( SDL_Init( SDL_INIT_VIDEO | SDL_INIT_EVENTS ) != 0 ) {
 		std::fprintf( stderr, "%s: cannot start SDL: %s\n", cSdlWindow::TITLE, SDL_GetError() );
 		game.Finalize();
 		return 0;
