@@ -25,6 +25,7 @@ cGame::~cGame() = default;
 // A failing graphics or input layer ends the program; a failing sound layer only silences it.
 bool cGame::Init( const cPlatform &platform, bool fullscreen ) {
 	cLog::Instance();
+	dataRoot = platform.dataRoot;
 	if ( !graphicsLayer.Init( platform.graphics, fullscreen ) ) {
 		cLog::Write( "Error initializing Graphics!" );
 		return false;
@@ -37,8 +38,8 @@ bool cGame::Init( const cPlatform &platform, bool fullscreen ) {
 	if ( !soundLayer.Init( platform.sound ) ) {
 		cLog::Write( "Error initializing Sound!" );
 	}
-	graphicsLayer.LoadTextures();
-	soundLayer.LoadSounds();
+	graphicsLayer.LoadTextures( dataRoot );
+	soundLayer.LoadSounds( cSoundLayer::GetSoundFolder( dataRoot ).c_str() );
 	return true;
 }
 

@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 
 #include "actors/ActorLists.h"
 #include "app/Config.h"
@@ -115,4 +116,5 @@ private:
 	std::unique_ptr<tExplosionList>	explosions;
 	std::unique_ptr<tItemList>		items;
 	bool				clickLatch = false;
+	std::string			dataRoot = ".";		// the folder holding resources/, from the platform
 };

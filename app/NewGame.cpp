@@ -59,7 +59,7 @@ const cSpawn ENEMY_SPAWNS[] = {
 // click on a character tries again.
 void cGame::NewGame() {
 	ClearGame();	// the old game goes before the new map is read, so the two never live together
-	SetUpGame( std::make_unique<cScene>() );
+	SetUpGame( std::make_unique<cScene>( cScene::GetMapFolder( dataRoot ) ) );
 	if ( !scene->IsUsable() ) {
 		cLog::Write( "Error starting a new game: the map could not be loaded" );
 		gameState = STATE_MAIN_MENU;

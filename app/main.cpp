@@ -8,6 +8,7 @@
 #include <SDL_image.h>
 
 #include <cstdio>
+#include <string>
 
 #include "app/FrameClient.h"
 #include "app/FrameLoop.h"
@@ -15,6 +16,8 @@
 #include "app/Game.h"
 #include "graphics/sdl/SdlGraphicsBackend.h"
 #include "input/sdl/SdlInputBackend.h"
+#include "log/Log.h"
+#include "platform/DataPaths.h"
 #include "platform/MonotonicClock.h"
 #include "platform/Platform.h"
 #include "platform/sdl/SdlClock.h"
@@ -74,8 +77,28 @@ private:
 	cFramePicture		picture;
 };
 
+// Pads are welcome but not needed: without them the game plays on the keyboard and the mouse.
+void StartPads() {
+	if ( SDL_InitSubSystem( SDL_INIT_GAMECONTROLLER ) != 0 ) {
+		std::string line = "Gamepads unavailable: ";
+		line += SDL_GetError();
+		cLog::Write( line.c_str() );
+	}
+}
+
+// The data may lie in the working folder, beside the executable or where it was installed; the
+// log goes with it, so this comes before anything is logged. Returns the data's folder.
+std::string FindData() {
+	char *executableFolder = SDL_GetBasePath();
+	cDataPaths dataPaths;
+	dataPaths.SetUp( executableFolder != nullptr ? executableFolder : "" );
+	SDL_free( executableFolder );
+	return dataPaths.GetRoot();
+}
+
 void RunGame( const cCommandLine &line, cClock &clock ) {
-	cSdlWindow window;
+	const std::string dataRoot = FindData();
+	cSdlWindow window( dataRoot );
 	bool fullscreen = false;
 	if ( !CreateMainWindow( window, fullscreen ) ) {
 		game.Finalize();
@@ -94,8 +117,10 @@ void RunGame( const cCommandLine &line, cClock &clock ) {
 	platform.graphics = &graphics;
 	platform.input = &session.GetInput();
 	platform.sound = session.GetSound();
+	platform.dataRoot = dataRoot;
 	session.Watch( game );
 	if ( game.Init( platform, fullscreen ) ) {
+		StartPads();
 		cMonotonicClock pacing;
 		cFrameLoop loop( pacing );
 		cWindowFrames frames( window, input, session );
@@ -116,7 +141,7 @@ int main( int argc, char **argv ) {
 		case cCommandLine::HELP:	std::fputs( cCommandLine::GetHelp().c_str(), stdout ); return 0;
 		case cCommandLine::VERSION:	std::fputs( cCommandLine::GetVersion().c_str(), stdout ); return 0;
 		case cCommandLine::WRONG:	std::fputs( cCommandLine::GetUsageLine( line.error ).c_str(), stderr ); return 2;
-		case cCommandLine::VERIFY:	return cReplayCheck::Verify( line.file );
+		case cCommandLine::VERIFY:	return cReplayCheck::Verify( line.file, FindData() );
 		default:					break;
 	}
 	SDL_SetMainReady();

@@ -5,12 +5,15 @@
 
 #include <SDL.h>
 
+#include <string>
+
 class cSdlWindow {
 public:
 	static const char *const TITLE;
 	static const char *const ICON_PATH;
 
-					cSdlWindow() = default;
+	// The icon is read from the resource tree under dataRoot.
+	explicit		cSdlWindow( const std::string &dataRoot = "." );
 					~cSdlWindow();
 					cSdlWindow( const cSdlWindow & ) = delete;
 	cSdlWindow &	operator=( const cSdlWindow & ) = delete;
@@ -35,6 +38,7 @@ public:
 private:
 	void			SetIcon();
 
+	std::string		iconPath;
 	SDL_Window *	window = nullptr;
 	bool			fullscreen = false;
 };

@@ -16,7 +16,7 @@
 #include "replay/ReplaySound.h"
 
 
-cReplayOutcome cReplayCheck::Run( const cRecording &recording ) {
+cReplayOutcome cReplayCheck::Run( const cRecording &recording, const std::string &dataRoot ) {
 	cManualClock unused;
 	cReplay replay( recording, nullptr, unused );
 	cReplaySound sound( nullptr, recording.soundOpened );
@@ -31,6 +31,7 @@ cReplayOutcome cReplayCheck::Run( const cRecording &recording ) {
 		platform.graphics = &graphics;
 		platform.input = &replay.GetInput();
 		platform.sound = &sound;
+		platform.dataRoot = dataRoot;
 		if ( game.Init( platform, false ) ) {
 			while ( replay.IsPlaying() && !replay.IsAtEnd() ) {
 				const bool going = ::StepGame( game );
@@ -53,14 +54,14 @@ cReplayOutcome cReplayCheck::Run( const cRecording &recording ) {
 	return outcome;
 }
 
-int cReplayCheck::Verify( const std::string &path ) {
+int cReplayCheck::Verify( const std::string &path, const std::string &dataRoot ) {
 	cRecording recording;
 	std::string error;
 	if ( !cReplayFile::Load( path, recording, error ) ) {
 		std::fprintf( stderr, "%s\n", error.c_str() );
 		return 1;
 	}
-	const cReplayOutcome outcome = Run( recording );
+	const cReplayOutcome outcome = Run( recording, dataRoot );
 	if ( outcome.matched ) {
 		std::printf( "Replay %s: %" PRIu64 " steps, every checkpoint matched\n", path.c_str(), outcome.steps );
 	} else {

@@ -17,8 +17,9 @@ struct cReplayOutcome {
 
 class cReplayCheck {
 public:
-	static cReplayOutcome	Run( const cRecording &recording );
+	// dataRoot is the folder that holds the resource tree.
+	static cReplayOutcome	Run( const cRecording &recording, const std::string &dataRoot = "." );
 	// --replay FILE --verify: reads and plays the file, prints the outcome and the final state's
 	// hash, and gives the exit status: 0 when every checkpoint matched, 1 otherwise.
-	static int				Verify( const std::string &path );
+	static int				Verify( const std::string &path, const std::string &dataRoot );
 };
