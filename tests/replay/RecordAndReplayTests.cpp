@@ -17,6 +17,7 @@
 #include "replay/Recorder.h"
 #include "replay/Replay.h"
 #include "replay/ReplayFile.h"
+#include "replay/ReplaySound.h"
 #include "replay/Session.h"
 #include "replay/GameStep.h"
 #include "replay/headless/ReplayCheck.h"
@@ -58,7 +59,8 @@ void PlayAGame( cScriptedInputBackend &input, int step, int turnKey ) {
 }
 
 // The game on the scripted input through a recorder, the clock moving 15 msec a step and the
-// calendar second with it, as in the program.
+// calendar second with it, as in the program; between steps a tool reads the clock, as the
+// autoplay bots' probes do, which is no part of the game's steps.
 cRecording Record( const tScript &script ) {
 	cManualClock clock( 1000, CALENDAR );
 	cScriptedInputBackend input;
@@ -81,6 +83,7 @@ cRecording Record( const tScript &script ) {
 			script( input, step );
 			StepGame( game );
 			recorder.EndStep();
+			GetTickCount();
 			clock.Advance( cGame::FRAME_TIME );
 			clock.SetCalendarTime( CALENDAR + clock.GetTickCount() / 1000 );
 		}
@@ -135,6 +138,7 @@ TEST( RecordAndReplayTest, AtTheEndThePlayerTakesOver ) {
 	player.SetKey( KEY_ESCAPE, true );
 	cManualClock clock( 5, CALENDAR );
 	cReplay replay( recording, &player, clock );
+	cReplaySound sound( nullptr, recording.soundOpened );
 	cRecordingGraphicsBackend graphics;
 	graphics.SetRecording( false );
 	SetClock( &replay.GetClock() );
@@ -144,11 +148,14 @@ TEST( RecordAndReplayTest, AtTheEndThePlayerTakesOver ) {
 		cPlatform platform;
 		platform.graphics = &graphics;
 		platform.input = &replay.GetInput();
+		platform.sound = &sound;
 		ASSERT_TRUE( game.Init( platform, false ) );
-		while ( !replay.IsAtEnd() ) {
+		while ( replay.IsPlaying() && !replay.IsAtEnd() ) {
 			StepGame( game );
+			replay.CheckStep( game );
 			EXPECT_TRUE( replay.IsPlayerKeyDown( KEY_ESCAPE ) );
 		}
+		ASSERT_FALSE( replay.HasDiverged() ) << "step " << replay.GetDivergedStep() << ": " << replay.GetDifference();
 		EXPECT_EQ( gameState, STATE_PLAYING );
 		const uint32_t lastTick = replay.GetClock().GetTickCount();
 		replay.Stop();
