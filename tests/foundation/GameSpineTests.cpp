@@ -145,32 +145,6 @@ TEST( FrameLoop, TheTickCountWrappingDuringPlayStallsNothing ) {
 	EXPECT_EQ( gameState, STATE_MAIN_MENU );
 }
 
-TEST( GameStates, EscapePausesAndThePauseScreenResumes ) {
-	cHeadlessGame headless;
-	ASSERT_TRUE( headless.Start() );
-	gameState = STATE_PLAYING;
-	headless.SetKey( KEY_ESCAPE, true );
-	ASSERT_TRUE( headless.Frame() );
-	EXPECT_EQ( gameState, STATE_PAUSE ) << "Escape pauses in the frame it is seen";
-	ASSERT_TRUE( headless.Frame() );
-	EXPECT_EQ( gameState, STATE_PAUSE ) << "Escape does nothing on the pause screen";
-	headless.SetKey( KEY_ESCAPE, false );
-	ASSERT_TRUE( headless.Click( 160, 360 ) );	// entry 4: resume
-	EXPECT_EQ( gameState, STATE_PLAYING );
-}
-
-TEST( GameStates, EndScreenReturnsToTheMenuAfterSevenAndAHalfSeconds ) {
-	cHeadlessGame headless;
-	ASSERT_TRUE( headless.Start() );
-	gameState = STATE_DEFEAT;	// endTime is 0 until a game ends
-	headless.GetClock().SetTickCount( 7485 );
-	ASSERT_TRUE( headless.Frame() );	// at 7485
-	ASSERT_TRUE( headless.Frame() );	// at 7500: not more than 7500 msec yet
-	EXPECT_EQ( gameState, STATE_DEFEAT );
-	ASSERT_TRUE( headless.Frame() );	// at 7515
-	EXPECT_EQ( gameState, STATE_MAIN_MENU );
-}
-
 TEST( GameStates, EndScreenTakesNoClicksButEscapeLeavesIt ) {
 	cHeadlessGame headless;
 	ASSERT_TRUE( headless.Start() );
