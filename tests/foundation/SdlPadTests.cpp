@@ -84,15 +84,16 @@ protected:
 			}
 		}
 	}
-	void SetAxis( SDL_JoystickID id, SDL_GameControllerAxis axis, Sint16 value ) {
+	SDL_Joystick *Opened( SDL_JoystickID id ) {
 		SDL_Joystick *joystick = SDL_JoystickFromInstanceID( id );
-		ASSERT_NE( joystick, nullptr ) << "pad " << id << " was not opened by the game";
-		SDL_JoystickSetVirtualAxis( joystick, axis, value );
+		EXPECT_NE( joystick, nullptr ) << "pad " << id << " was not opened by the game";
+		return joystick;
+	}
+	void SetAxis( SDL_JoystickID id, SDL_GameControllerAxis axis, Sint16 value ) {
+		SDL_JoystickSetVirtualAxis( Opened( id ), axis, value );
 	}
 	void SetButton( SDL_JoystickID id, SDL_GameControllerButton button, bool down ) {
-		SDL_Joystick *joystick = SDL_JoystickFromInstanceID( id );
-		ASSERT_NE( joystick, nullptr ) << "pad " << id << " was not opened by the game";
-		SDL_JoystickSetVirtualButton( joystick, button, down ? 1 : 0 );
+		SDL_JoystickSetVirtualButton( Opened( id ), button, down ? 1 : 0 );
 	}
 	void SetStick( SDL_JoystickID id, Sint16 x, Sint16 y ) {
 		SetAxis( id, SDL_CONTROLLER_AXIS_LEFTX, x );

@@ -34,11 +34,6 @@ protected:
 		headless.GetGame().GetConfig().GetPlayers( count );
 		return count;
 	}
-	uint32_t Character( uint32_t player ) {
-		uint32_t character = 99;
-		headless.GetGame().GetConfig().GetCharacter( player, character );
-		return character;
-	}
 
 	cRecordingSoundBackend	sound;
 	cHeadlessGame			headless { &sound };
