@@ -12,7 +12,6 @@
 #include "app/FrameClient.h"
 #include "app/FrameLoop.h"
 #include "app/GameState.h"
-#include "input/KeyCodes.h"
 #include "platform/headless/HeadlessGame.h"
 #include "platform/headless/SimulatedClock.h"
 
@@ -142,18 +141,6 @@ TEST( FrameLoop, TheTickCountWrappingDuringPlayStallsNothing ) {
 	ASSERT_TRUE( headless.Frames( 400 ) );
 	EXPECT_EQ( gameState, STATE_DEFEAT ) << "the end screen waits its 7500 msec across the wrap";
 	ASSERT_TRUE( headless.Frames( 101 ) );
-	EXPECT_EQ( gameState, STATE_MAIN_MENU );
-}
-
-TEST( GameStates, EndScreenTakesNoClicksButEscapeLeavesIt ) {
-	cHeadlessGame headless;
-	ASSERT_TRUE( headless.Start() );
-	gameState = STATE_VICTORY;
-	ASSERT_TRUE( headless.Click( 160, 392 ) );	// the quit entry's place
-	EXPECT_EQ( gameState, STATE_VICTORY );
-	EXPECT_FALSE( headless.GetGame().IsClickLatched() );
-	headless.SetKey( KEY_ESCAPE, true );
-	ASSERT_TRUE( headless.Frame() );
 	EXPECT_EQ( gameState, STATE_MAIN_MENU );
 }
 

@@ -170,7 +170,8 @@ TEST( InGameRuleTest, DefeatFrameEndsThePlayersAloneAndTheScreenLastsSevenAndAHa
 }
 
 // Shooting the boss dead wins in that frame; the first frame of the victory screen explodes the
-// enemies left and empties the bullets; Escape leaves with the end sounds stopped.
+// enemies left and empties the bullets; it takes no clicks, and Escape leaves it with the end
+// sounds stopped.
 TEST( InGameRuleTest, BossKillWinsAndTheVictoryScreenClearsTheField ) {
 	cTestGame test( MakeOpenScene() );
 	cGame &game = test.GetGame();
@@ -194,6 +195,9 @@ TEST( InGameRuleTest, BossKillWinsAndTheVictoryScreenClearsTheField ) {
 	EXPECT_TRUE( game.GetEnemies()->empty() ) << "the first frame of victory explodes the rest";
 	EXPECT_TRUE( game.GetBullets()->empty() ) << "and the shots in flight vanish";
 	EXPECT_EQ( game.GetExplosions()->size(), explosionsBefore + 1 );
+	ASSERT_TRUE( test.GetHeadless().Click( 160, 392 ) );		// the quit entry's place
+	EXPECT_EQ( gameState, STATE_VICTORY ) << "the end screens take no clicks";
+	EXPECT_FALSE( game.IsClickLatched() );
 
 	test.ForgetSounds();
 	test.SetKey( KEY_H, false );
