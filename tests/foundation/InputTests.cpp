@@ -1,5 +1,5 @@
-// Keyboard and mouse: held and newly pressed keys across frames, the cursor following the
-// platform, and failed reads with their log lines.
+// Keyboard and mouse: a key pressed while no state is saved, the cursor following the platform,
+// and failed reads with their log lines. The skill key's tests drive the newly pressed test in play.
 
 #include <gtest/gtest.h>
 
@@ -24,28 +24,6 @@ protected:
 	cInputLayer				input;
 };
 
-}
-
-TEST_F( InputLayerTest, KeyHeldAcrossFramesIsNewlyPressedOnlyOnce ) {
-	cKeyboard &keyboard = *input.GetKeyboard();
-	backend.SetKey( KEY_J, true );
-	ASSERT_TRUE( input.Read() );
-	EXPECT_TRUE( Pressed( KEY_J ) ) << "first frame with J down";
-	keyboard.SaveState();
-	for ( int frame = 0; frame < 3; frame++ ) {
-		input.Read();
-		EXPECT_TRUE( keyboard.KeyDown( KEY_J ) );
-		EXPECT_FALSE( Pressed( KEY_J ) ) << "J held in frame " << frame << " is not a new press";
-		keyboard.SaveState();
-	}
-	backend.SetKey( KEY_J, false );
-	input.Read();
-	EXPECT_TRUE( keyboard.KeyChanged( KEY_J ) ) << "the release is a change";
-	EXPECT_FALSE( Pressed( KEY_J ) ) << "a release is no press";
-	keyboard.SaveState();
-	backend.SetKey( KEY_J, true );
-	input.Read();
-	EXPECT_TRUE( Pressed( KEY_J ) ) << "pressed again after a release";
 }
 
 // The saved state is the one of the last in-game step: a key that went down while no step saved
