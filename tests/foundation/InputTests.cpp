@@ -1,5 +1,5 @@
-// Keyboard and mouse: held and newly pressed keys across frames, the entry rectangle test, the
-// cursor following the platform, and failed reads with their log lines.
+// Keyboard and mouse: a key pressed while no state is saved, the cursor following the platform,
+// and failed reads with their log lines. The skill key's tests drive the newly pressed test in play.
 
 #include <gtest/gtest.h>
 
@@ -26,28 +26,6 @@ protected:
 
 }
 
-TEST_F( InputLayerTest, KeyHeldAcrossFramesIsNewlyPressedOnlyOnce ) {
-	cKeyboard &keyboard = *input.GetKeyboard();
-	backend.SetKey( KEY_J, true );
-	ASSERT_TRUE( input.Read() );
-	EXPECT_TRUE( Pressed( KEY_J ) ) << "first frame with J down";
-	keyboard.SaveState();
-	for ( int frame = 0; frame < 3; frame++ ) {
-		input.Read();
-		EXPECT_TRUE( keyboard.KeyDown( KEY_J ) );
-		EXPECT_FALSE( Pressed( KEY_J ) ) << "J held in frame " << frame << " is not a new press";
-		keyboard.SaveState();
-	}
-	backend.SetKey( KEY_J, false );
-	input.Read();
-	EXPECT_TRUE( keyboard.KeyChanged( KEY_J ) ) << "the release is a change";
-	EXPECT_FALSE( Pressed( KEY_J ) ) << "a release is no press";
-	keyboard.SaveState();
-	backend.SetKey( KEY_J, true );
-	input.Read();
-	EXPECT_TRUE( Pressed( KEY_J ) ) << "pressed again after a release";
-}
-
 // The saved state is the one of the last in-game step: a key that went down while no step saved
 // the state (a pause) counts as newly pressed in the first step after.
 TEST_F( InputLayerTest, KeyPressedWhileNoStateIsSavedCountsAsNewLater ) {
@@ -67,18 +45,6 @@ TEST_F( InputLayerTest, OutOfRangeKeysAreNeverDown ) {
 	EXPECT_FALSE( keyboard.KeyDown( 256 ) );
 	EXPECT_TRUE( keyboard.KeyUp( 999 ) );
 	EXPECT_FALSE( keyboard.KeyChanged( 256 ) );
-}
-
-TEST_F( InputLayerTest, InRectExcludesRightAndBottomEdges ) {
-	cMouse &mouse = *input.GetMouse();
-	const struct { int32_t x, y; bool inside; } cases[] = {
-		{ 70, 248, true }, { 249, 272, true }, { 250, 248, false }, { 70, 273, false }, { 69, 260, false },
-		{ 100, 247, false },
-	};
-	for ( const auto &c : cases ) {
-		mouse.SetPosition( c.x, c.y );
-		EXPECT_EQ( mouse.InRect( 70, 248, 250, 273 ), c.inside ) << "at (" << c.x << ", " << c.y << ")";
-	}
 }
 
 TEST_F( InputLayerTest, MouseFollowsThePlatformAndButtonsUseTheHighBit ) {

@@ -60,67 +60,53 @@ void ExpectLevelEnemies( const tCharacterList &enemies, int32_t difficulty ) {
 	ASSERT_EQ( enemies.size(), 24u );
 	const int32_t healthPerLevel[5] = { 0, 0, 50, 75, 250 };
 	for ( size_t i = 0; i < enemies.size(); i++ ) {
-		const cEnemy *enemy = dynamic_cast<const cEnemy *>( enemies[i].get() );
-		ASSERT_NE( enemy, nullptr );
 		const cExpectedEnemy &expected = LEVEL_ENEMIES[i];
 		int32_t x = 0, y = 0;
-		enemy->GetPosition( x, y );
-		EXPECT_EQ( enemy->GetKind(), expected.kind ) << "enemy " << i + 1;
-		EXPECT_EQ( x, expected.x ) << "enemy " << i + 1;
-		EXPECT_EQ( y, expected.y ) << "enemy " << i + 1;
-		EXPECT_EQ( enemy->GetHealth(), healthPerLevel[expected.kind] * difficulty ) << "enemy " << i + 1;
+		enemies[i]->GetPosition( x, y );
+		EXPECT_TRUE( enemies[i]->GetKind() == expected.kind && x == expected.x && y == expected.y &&
+					 enemies[i]->GetDirection() == expected.direction &&
+					 enemies[i]->GetHealth() == healthPerLevel[expected.kind] * difficulty )
+			<< "enemy " << i + 1 << " is kind " << enemies[i]->GetKind() << " at (" << x << ", " << y << ") facing "
+			<< enemies[i]->GetDirection() << " with health " << enemies[i]->GetHealth();
 	}
 }
 
 }
 
-TEST_F( NewGameTest, OnePlayerGameHasThePlayerTheSpeedItemAndTheLevelsEnemies ) {
-	SetDifficulty( 2 );	// difficulty 1
-	StartGame( 1, 4 );
-	ASSERT_EQ( gameState, STATE_PLAYING );
-	ASSERT_NE( Game().GetScene(), nullptr );
-	ASSERT_EQ( Game().GetPlayers()->size(), 1u );
-	const cPlayer *player = dynamic_cast<const cPlayer *>( Game().GetPlayers()->front().get() );
-	ASSERT_NE( player, nullptr );
-	int32_t x = 0, y = 0;
-	player->GetPosition( x, y );
-	EXPECT_EQ( player->GetKind(), KIND_LUMRA );
-	EXPECT_EQ( x, 224 );
-	EXPECT_EQ( y, 2240 );
-	ASSERT_EQ( Game().GetItems()->size(), 1u );
-	Game().GetItems()->front().GetPosition( x, y );
-	EXPECT_EQ( Game().GetItems()->front().GetKind(), 5 );
-	EXPECT_EQ( x, 1120 );
-	EXPECT_EQ( y, 1344 );
-	ExpectLevelEnemies( *Game().GetEnemies(), 1 );
-	EXPECT_EQ( Game().GetScene()->GetCameraY(), 1888 ) << "the first update runs in the frame of the click";
-}
-
-TEST_F( NewGameTest, TwoPlayerGameTakesBothCharactersAtTheHardestDifficulty ) {
-	SetDifficulty( 4 );	// difficulty 3
-	StartGame( 2, 4 );	// player 1 lumra, player 2 tavesh
-	ASSERT_EQ( Game().GetPlayers()->size(), 2u );
-	const cCharacter &first = *Game().GetPlayers()->at( 0 );
-	const cCharacter &second = *Game().GetPlayers()->at( 1 );
-	int32_t x = 0, y = 0;
-	first.GetPosition( x, y );
-	EXPECT_EQ( first.GetKind(), KIND_LUMRA );
-	EXPECT_EQ( x, 224 );
-	second.GetPosition( x, y );
-	EXPECT_EQ( second.GetKind(), KIND_TAVESH );
-	EXPECT_EQ( x, 384 );
-	EXPECT_EQ( y, 2240 );
-	ExpectLevelEnemies( *Game().GetEnemies(), 3 );
-}
-
-TEST_F( NewGameTest, OnePlayerAfterTwoBuildsAOnePlayerGameWithTheSameDefaults ) {
-	StartGame( 2, 3 );
-	ASSERT_EQ( Game().GetPlayers()->size(), 2u );
-	gameState = STATE_PAUSE;
-	StartGame( 1, 3 );
-	ASSERT_EQ( Game().GetPlayers()->size(), 1u );
-	EXPECT_EQ( Game().GetPlayers()->front()->GetKind(), KIND_TAVESH );
-	ExpectLevelEnemies( *Game().GetEnemies(), 2 );	// never visited the difficulty screen
+// The players by the options, the speed item and the level's enemies at the difficulty chosen (2
+// when the difficulty screen was never visited); the first update runs in the frame of the click.
+// Choosing one player after a two-player game builds a one-player game.
+TEST_F( NewGameTest, GameTakesThePlayersCharactersAndDifficultyChosen ) {
+	const struct { int difficultyEntry, playersEntry, characterEntry; std::vector<int32_t> kinds; int32_t difficulty; } cases[] = {
+		{ 0, 2, 3, { KIND_TAVESH, KIND_LUMRA }, 2 },
+		{ 0, 1, 3, { KIND_TAVESH }, 2 },
+		{ 2, 1, 4, { KIND_LUMRA }, 1 },
+		{ 4, 2, 4, { KIND_LUMRA, KIND_TAVESH }, 3 },
+	};
+	for ( const auto &c : cases ) {
+		if ( c.difficultyEntry != 0 ) {
+			SetDifficulty( c.difficultyEntry );
+		}
+		StartGame( c.playersEntry, c.characterEntry );
+		ASSERT_EQ( gameState, STATE_PLAYING );
+		const tCharacterList &players = *Game().GetPlayers();
+		ASSERT_EQ( players.size(), c.kinds.size() );
+		for ( size_t i = 0; i < players.size(); i++ ) {
+			int32_t x = 0, y = 0;
+			players[i]->GetPosition( x, y );
+			EXPECT_EQ( players[i]->GetKind(), c.kinds[i] ) << "player " << i + 1;
+			EXPECT_EQ( x, i == 0 ? 224 : 384 ) << "player " << i + 1;
+			EXPECT_EQ( y, 2240 ) << "player " << i + 1;
+		}
+		ASSERT_EQ( Game().GetItems()->size(), 1u );
+		const cItem &item = Game().GetItems()->front();
+		int32_t x = 0, y = 0;
+		item.GetPosition( x, y );
+		EXPECT_TRUE( item.GetKind() == 5 && x == 1120 && y == 1344 ) << "the speed item";
+		ExpectLevelEnemies( *Game().GetEnemies(), c.difficulty );
+		EXPECT_EQ( Game().GetScene()->GetCameraY(), 1888 ) << "the first update runs in the frame of the click";
+		gameState = STATE_PAUSE;
+	}
 }
 
 TEST_F( NewGameTest, PauseKeepsTheGameAndANewGameReplacesIt ) {
@@ -169,27 +155,24 @@ protected:
 	std::filesystem::path	original;
 };
 
-TEST_F( BrokenMapTest, ShortWalkLayerKeepsTheGameInTheMainMenu ) {
+// A short or a missing layer keeps the game in the main menu, with each file named in the log; the
+// next click tries again and the repaired map starts.
+TEST_F( BrokenMapTest, BrokenLayersKeepTheGameInTheMainMenuAndTheNextClickTriesAgain ) {
 	std::ofstream( "resources/map/walkmap.txt" ) << "1 1 1\n1 1\n";
-	cLogCapture log;
-	StartGame( 1, 3 );
-	EXPECT_EQ( gameState, STATE_MAIN_MENU );
-	EXPECT_TRUE( Game().GetPlayers()->empty() );
-	EXPECT_TRUE( Game().GetEnemies()->empty() );
-	EXPECT_TRUE( Game().GetItems()->empty() );
-	EXPECT_TRUE( log.Contains( "Error loading map ./resources/map/walkmap.txt: 5 of 4500 numbers" ) ) << log.GetText();
-	EXPECT_TRUE( log.Contains( "Error starting a new game: the map could not be loaded" ) ) << log.GetText();
-	ASSERT_TRUE( headless.Frames( 3 ) ) << "the menus go on";
-}
-
-TEST_F( BrokenMapTest, MissingLayerKeepsTheGameInTheMainMenuAndTheNextClickTriesAgain ) {
 	std::filesystem::remove( "resources/map/overmap.txt" );
 	cLogCapture log;
 	StartGame( 2, 4 );
 	EXPECT_EQ( gameState, STATE_MAIN_MENU );
+	EXPECT_TRUE( Game().GetPlayers()->empty() && Game().GetEnemies()->empty() && Game().GetItems()->empty() );
+	EXPECT_TRUE( log.Contains( "Error loading map ./resources/map/walkmap.txt: 5 of 4500 numbers" ) ) << log.GetText();
 	EXPECT_NE( log.GetText().find( "./resources/map/overmap.txt" ), std::string::npos ) << log.GetText();
+	EXPECT_TRUE( log.Contains( "Error starting a new game: the map could not be loaded" ) ) << log.GetText();
+	ASSERT_TRUE( headless.Frames( 3 ) ) << "the menus go on";
 
-	std::filesystem::copy_file( "resources/map/basemap.txt", "resources/map/overmap.txt" );
+	for ( const char *layer : { "walkmap.txt", "overmap.txt" } ) {
+		std::filesystem::copy_file( "resources/map/basemap.txt", std::string( "resources/map/" ) + layer,
+									std::filesystem::copy_options::overwrite_existing );
+	}
 	StartGame( 2, 4 );
 	EXPECT_EQ( gameState, STATE_PLAYING ) << "the repaired map starts";
 	EXPECT_EQ( Game().GetPlayers()->size(), 2u );

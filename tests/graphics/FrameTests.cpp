@@ -95,24 +95,13 @@ TEST_F( FrameTest, MissingPicturesAreLoggedAndLeaveTheRest ) {
 	EXPECT_EQ( GetDraws( PNG_CHARACTERS ).size(), 2u ) << "the player and its portrait";
 }
 
-// Loading again gives the first set back, and a clean start logs nothing. A failed device is
-// logged, and releasing after it, with no picture loaded, touches nothing.
-TEST_F( FrameTest, PicturesAndDeviceAreGivenBackOnce ) {
+// Loading again gives the first set back, and a clean start logs nothing.
+TEST_F( FrameTest, LoadingAgainGivesTheFirstPicturesBack ) {
 	layer.LoadTextures();
 	EXPECT_EQ( backend.GetLiveTextureCount(), cGraphicsLayer::TEXTURE_COUNT ) << "the first set should be given back";
 	layer.ReleaseTextures();
 	EXPECT_EQ( backend.GetLiveTextureCount(), 0 );
 	EXPECT_TRUE( log.GetText().empty() ) << "a clean start logs nothing: " << log.GetText();
-
-	cRecordingGraphicsBackend failing;
-	failing.SetFailDevice( true );
-	cGraphicsLayer unready;
-	EXPECT_FALSE( unready.Init( &failing, true ) );
-	EXPECT_TRUE( failing.WasFullscreenAsked() );
-	EXPECT_FALSE( log.GetText().empty() ) << "the failed device should be logged";
-	unready.ReleaseTextures();
-	unready.Release();
-	EXPECT_EQ( failing.GetLiveTextureCount(), 0 );
 }
 
 }
