@@ -87,6 +87,9 @@ TEST( PathTest, NewTargetIsSearchedFromTheNextCorner ) {
 	for ( int32_t frame = 1; frame <= 10; frame++ ) {
 		mover.Step();
 	}
+	mover.SetNewTarget( 3, 2 );
+	mover.SetNewTarget( 6, 7 );
+	EXPECT_EQ( mover.GetPending(), tPoint( -1, -1 ) ) << "a goal in the destination's row or column is ignored";
 	mover.SetNewTarget( 4, 5 );
 	for ( int32_t frame = 11; frame < CELL_SIZE; frame++ ) {
 		ASSERT_EQ( mover.Step(), cPath::STEP_MOVING );

@@ -38,6 +38,7 @@ TEST_F( PerceptionTest, FieldOfViewIsTheHalfPlaneTheEnemyFaces ) {
 	struct cCase { int32_t facing, dx, dy; bool seen; const char *what; };
 	const cCase cases[] = {
 		{ DIR_UP, -200, 0, true, "facing up: level on the left" },
+		{ DIR_UP, 200, 0, true, "facing up: level on the right" },
 		{ DIR_UP, 0, 64, false, "facing up: below" },
 		{ DIR_DOWN, 30, 0, true, "facing down: level" },
 		{ DIR_DOWN, 0, -64, false, "facing down: above" },
