@@ -1,0 +1,188 @@
+#!/usr/bin/env bash
+# Mutation testing of the game's rules: makes one small change at a time to the constants and
+# comparisons of app/, world/, actors/ and ai/ (a `<` to `<=`, a `>` to `>=`, `==` to `!=`, `&&`
+# to `||`, an integer constant +1 or -1), builds the Release tests and runs them. A mutant is
+# caught when a test fails or times out; the ones that survive are rules no test pins.
+#
+#   scripts/mutate.sh [--rev REV] [--seed S] [--count N] [--list] [--work DIR]
+#
+#   --rev REV    the commit to mutate (default HEAD); it is exported with git archive into a
+#                scratch folder, so the working tree is never touched
+#   --seed S     the seed of the sample (default 17); the same seed and commit give the same mutants
+#   --count N    how many mutants to run (default 80); about 20-30 s each on two cores with ccache
+#   --list       print the sampled mutants and stop
+#   --work DIR   the scratch folder (default /tmp/kmvt-mutate-REV)
+#
+# The end-to-end tests and the autoplay soak are left out (tools are not built), each test has a
+# 60 s limit. A mutant that does not compile (a `>` closing a template, say) is counted apart.
+# Output: one line per mutant, then the figures and the survivors as file:line, change.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+rev=HEAD
+seed=17
+count=80
+list_only=0
+work=""
+while [ $# -gt 0 ]; do
+	case "$1" in
+		--rev) rev="$2"; shift 2 ;;
+		--seed) seed="$2"; shift 2 ;;
+		--count) count="$2"; shift 2 ;;
+		--list) list_only=1; shift ;;
+		--work) work="$2"; shift 2 ;;
+		*) echo "mutate.sh: unknown argument '$1'" >&2; exit 2 ;;
+	esac
+done
+commit=$(git rev-parse --verify "$rev^{commit}")
+work=${work:-/tmp/kmvt-mutate-${commit:0:10}}
+
+rm -rf "$work/src"
+mkdir -p "$work/src"
+git archive "$commit" | tar -x -C "$work/src"
+
+# Every mutation site of the rules' folders, one per line: file<TAB>line<TAB>column<TAB>from<TAB>to.
+# Comments, string literals, preprocessor lines, asserts and log lines are left alone; so are
+# the `<` and `>` of templates (no space on both sides) and `>` on a line that opens a template.
+python3 - "$work/src" "$seed" "$count" > "$work/mutants.tsv" <<'PY'
+import os, random, re, sys
+root, seed, count = sys.argv[1], int(sys.argv[2]), int(sys.argv[3])
+folders = ["app", "world", "actors", "ai"]
+# main() and the state fingerprint hold no rule of the game.
+skip_files = {"app/main.cpp", "app/StateHash.cpp"}
+operators = [(" < ", " <= "), (" <= ", " < "), (" > ", " >= "), (" >= ", " > "),
+             (" == ", " != "), (" != ", " == "), (" && ", " || "), (" || ", " && ")]
+number = re.compile(r"(?<![\w.])(\d+)(?![\w.])")
+
+def blank_strings_and_comments(line):
+    out, i, quote = [], 0, None
+    while i < len(line):
+        c = line[i]
+        if quote:
+            if c == "\\":
+                out.append("  "); i += 2; continue
+            if c == quote:
+                quote = None
+            out.append(" "); i += 1; continue
+        if line.startswith("//", i):
+            break
+        if c in "\"'":
+            quote = c
+        out.append(c); i += 1
+    return "".join(out).ljust(len(line))
+
+sites = []
+for folder in folders:
+    for dirpath, _, names in os.walk(os.path.join(root, folder)):
+        if os.sep + "sdl" in dirpath or os.sep + "headless" in dirpath:
+            continue
+        for name in sorted(names):
+            if not name.endswith((".cpp", ".h")):
+                continue
+            rel = os.path.relpath(os.path.join(dirpath, name), root)
+            if rel in skip_files:
+                continue
+            in_block = False
+            for n, raw in enumerate(open(os.path.join(root, rel), encoding="utf-8"), 1):
+                text = raw.rstrip("\n")
+                if in_block:
+                    if "*/" in text:
+                        in_block = False
+                    continue
+                stripped = text.strip()
+                if stripped.startswith("/*"):
+                    in_block = "*/" not in stripped
+                    continue
+                if (stripped.startswith(("#", "assert", "static_assert", "//"))
+                        or "cLog::" in text or "LogMapError" in text):
+                    continue
+                code = blank_strings_and_comments(text)
+                template_line = re.search(r"\w<", code) is not None
+                for old, new in operators:
+                    start = 0
+                    while True:
+                        col = code.find(old, start)
+                        if col < 0:
+                            break
+                        start = col + 1
+                        if old.strip() in (">", ">=") and template_line:
+                            continue
+                        sites.append((rel, n, col, old.strip(), new.strip()))
+                for m in number.finditer(code):
+                    value = int(m.group(1))
+                    for delta in (1, -1):
+                        if value + delta < 0:
+                            continue
+                        sites.append((rel, n, m.start(), m.group(1), str(value + delta)))
+random.Random(seed).shuffle(sites)
+for site in sites[:count]:
+    print("\t".join(map(str, site)))
+print("%d sites in all" % len(sites), file=sys.stderr)
+PY
+
+if [ "$list_only" = 1 ]; then
+	awk -F'\t' '{ printf "%s:%s:%s  %s -> %s\n", $1, $2, $3 + 1, $4, $5 }' "$work/mutants.tsv"
+	exit 0
+fi
+
+build="$work/build"
+configure() {
+	cmake -S "$work/src" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DKMVT_WERROR=OFF \
+		-DKMVT_BUILD_TOOLS=OFF -DCMAKE_CXX_COMPILER_LAUNCHER=ccache > "$work/configure.log"
+}
+run_tests() {
+	ctest --test-dir "$build" -j2 --timeout 60 --stop-on-failure -E '^e2e\.|soak' > "$work/ctest.log" 2>&1
+}
+
+echo "== Baseline: $commit"
+configure
+cmake --build "$build" -j2 > "$work/build.log" 2>&1 || { echo "the unmutated tree does not build"; exit 1; }
+run_tests || { echo "the unmutated tree fails its tests (see $work/ctest.log)"; exit 1; }
+
+# Replaces the from text at the given column of the given line with the to text.
+apply_mutant() {
+	python3 - "$1" "$2" "$3" "$4" "$5" <<'PY'
+import sys
+path, line, col, old, new = sys.argv[1], int(sys.argv[2]), int(sys.argv[3]), sys.argv[4], sys.argv[5]
+lines = open(path, encoding="utf-8").read().split("\n")
+text = lines[line - 1]
+at = text.index(old, col)
+lines[line - 1] = text[:at] + new + text[at + len(old):]
+open(path, "w", encoding="utf-8").write("\n".join(lines))
+PY
+}
+
+caught=0
+survived=0
+broken=0
+survivors=()
+index=0
+total=$(wc -l < "$work/mutants.tsv")
+while IFS=$'\t' read -r file line col old new; do
+	index=$(( index + 1 ))
+	cp "$work/src/$file" "$work/original"
+	apply_mutant "$work/src/$file" "$line" "$col" "$old" "$new"
+	where="$file:$line:$(( col + 1 ))  $old -> $new"
+	if ! cmake --build "$build" -j2 > "$work/build.log" 2>&1; then
+		outcome="does not compile"
+		broken=$(( broken + 1 ))
+	elif run_tests; then
+		outcome="SURVIVED"
+		survived=$(( survived + 1 ))
+		survivors+=("$where")
+	else
+		outcome="caught by $(sed -nE 's/.*Test +#[0-9]+: ([^ ]+) .*\*\*\*.*/\1/p' "$work/ctest.log" | head -n 1)"
+		caught=$(( caught + 1 ))
+	fi
+	cp "$work/original" "$work/src/$file"
+	printf '[%d/%d] %-50s %s\n' "$index" "$total" "$where" "$outcome"
+done < "$work/mutants.tsv"
+
+# Leave the build as the unmutated tree, so that the next run starts from ccache hits.
+cmake --build "$build" -j2 > "$work/build.log" 2>&1 || true
+
+echo "== $commit, seed $seed: $(( caught + survived )) mutants that compile, $caught caught, $survived survived ($broken did not compile)"
+echo "== Survivors:"
+for where in "${survivors[@]+"${survivors[@]}"}"; do
+	echo "  $where"
+done
