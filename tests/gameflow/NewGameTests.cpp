@@ -68,6 +68,7 @@ void ExpectLevelEnemies( const tCharacterList &enemies, int32_t difficulty ) {
 		EXPECT_EQ( enemy->GetKind(), expected.kind ) << "enemy " << i + 1;
 		EXPECT_EQ( x, expected.x ) << "enemy " << i + 1;
 		EXPECT_EQ( y, expected.y ) << "enemy " << i + 1;
+		EXPECT_EQ( enemy->GetDirection(), expected.direction ) << "enemy " << i + 1 << "'s facing";
 		EXPECT_EQ( enemy->GetHealth(), healthPerLevel[expected.kind] * difficulty ) << "enemy " << i + 1;
 	}
 }
