@@ -12,6 +12,8 @@
 #   --count N    how many mutants to run (default 80); about 20-30 s each on two cores with ccache
 #   --list       print the sampled mutants and stop
 #   --work DIR   the scratch folder (default /tmp/kmvt-mutate-REV)
+#   --from FILE  run the mutants listed in FILE instead of a sample (the survivors.tsv that every
+#                run leaves in its scratch folder, say, to try them again after new tests)
 #
 # The end-to-end tests and the autoplay soak are left out (tools are not built), each test has a
 # 60 s limit. A mutant that does not compile (a `>` closing a template, say) is counted apart.
@@ -24,6 +26,7 @@ seed=17
 count=80
 list_only=0
 work=""
+from=""
 while [ $# -gt 0 ]; do
 	case "$1" in
 		--rev) rev="$2"; shift 2 ;;
@@ -31,20 +34,29 @@ while [ $# -gt 0 ]; do
 		--count) count="$2"; shift 2 ;;
 		--list) list_only=1; shift ;;
 		--work) work="$2"; shift 2 ;;
+		--from) from=$(realpath "$2"); shift 2 ;;
 		*) echo "mutate.sh: unknown argument '$1'" >&2; exit 2 ;;
 	esac
 done
 commit=$(git rev-parse --verify "$rev^{commit}")
 work=${work:-/tmp/kmvt-mutate-${commit:0:10}}
+if [ "$list_only" = 1 ]; then		# a listing leaves any run's scratch folder alone
+	work=$(mktemp -d)
+	trap 'rm -rf "$work"' EXIT
+fi
 
+mkdir -p "$work"
+exec 9> "$work/lock"
+flock -n 9 || { echo "mutate.sh: another run is using $work" >&2; exit 1; }
 rm -rf "$work/src"
 mkdir -p "$work/src"
 git archive "$commit" | tar -x -C "$work/src"
 
 # Every mutation site of the rules' folders, one per line: file<TAB>line<TAB>column<TAB>from<TAB>to.
 # Comments, string literals, preprocessor lines, asserts and log lines are left alone; so are
-# the `<` and `>` of templates (no space on both sides) and `>` on a line that opens a template.
-python3 - "$work/src" "$seed" "$count" > "$work/mutants.tsv" <<'PY'
+# the `<` and `>` of templates (no space on both sides), `>` on a line that opens a template and
+# the number a plain variable starts at (`int32_t dx = 0;`), which is nearly always overwritten.
+python3 - "$work/src" "$seed" "$count" > "$work/mutants.tsv" 2> "$work/sites.txt" <<'PY'
 import os, random, re, sys
 root, seed, count = sys.argv[1], int(sys.argv[2]), int(sys.argv[3])
 folders = ["app", "world", "actors", "ai"]
@@ -53,6 +65,8 @@ skip_files = {"app/main.cpp", "app/StateHash.cpp"}
 operators = [(" < ", " <= "), (" <= ", " < "), (" > ", " >= "), (" >= ", " > "),
              (" == ", " != "), (" != ", " == "), (" && ", " || "), (" || ", " && ")]
 number = re.compile(r"(?<![\w.])(\d+)(?![\w.])")
+# A variable that starts at a number it is given before it is read: changing it changes nothing.
+dead_start = re.compile(r"^\s*(?!const\b|static\b|constexpr\b)[A-Za-z_][\w:]*\s+[A-Za-z_]\w*\s*=\s*-?\d+\s*;")
 
 def blank_strings_and_comments(line):
     out, i, quote = [], 0, None
@@ -108,7 +122,7 @@ for folder in folders:
                         if old.strip() in (">", ">=") and template_line:
                             continue
                         sites.append((rel, n, col, old.strip(), new.strip()))
-                for m in number.finditer(code):
+                for m in ([] if dead_start.match(code) else number.finditer(code)):
                     value = int(m.group(1))
                     for delta in (1, -1):
                         if value + delta < 0:
@@ -120,6 +134,10 @@ for site in sites[:count]:
 print("%d sites in all" % len(sites), file=sys.stderr)
 PY
 
+if [ -n "$from" ]; then
+	cp "$from" "$work/mutants.tsv"
+fi
+echo "== $(cat "$work/sites.txt"); $(wc -l < "$work/mutants.tsv") mutants"
 if [ "$list_only" = 1 ]; then
 	awk -F'\t' '{ printf "%s:%s:%s  %s -> %s\n", $1, $2, $3 + 1, $4, $5 }' "$work/mutants.tsv"
 	exit 0
@@ -156,6 +174,7 @@ caught=0
 survived=0
 broken=0
 survivors=()
+: > "$work/survivors.tsv"
 index=0
 total=$(wc -l < "$work/mutants.tsv")
 while IFS=$'\t' read -r file line col old new; do
@@ -170,6 +189,7 @@ while IFS=$'\t' read -r file line col old new; do
 		outcome="SURVIVED"
 		survived=$(( survived + 1 ))
 		survivors+=("$where")
+		printf '%s\t%s\t%s\t%s\t%s\n' "$file" "$line" "$col" "$old" "$new" >> "$work/survivors.tsv"
 	else
 		outcome="caught by $(sed -nE 's/.*Test +#[0-9]+: ([^ ]+) .*\*\*\*.*/\1/p' "$work/ctest.log" | head -n 1)"
 		caught=$(( caught + 1 ))
