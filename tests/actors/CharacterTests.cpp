@@ -168,6 +168,8 @@ TEST_F( CharacterTest, EnemyFrameComesFromTheKindsBandAndTheFacingsRow ) {
 	EXPECT_EQ( Columns( gunner, 10 ), std::vector<int32_t>( 10, 2 ) ) << "the defeat freezes the enemies";
 	gameState = STATE_VICTORY;
 	EXPECT_EQ( Columns( gunner, 4 ), ( std::vector<int32_t>{ 2, 2, 2, 1 } ) ) << "the victory does not";
+	gunner.SetDirection( DIR_DOWN );
+	EXPECT_EQ( Draw( gunner ).top, 0 ) << "the down row is the sheet's first";
 }
 
 }

@@ -56,6 +56,7 @@ TEST_F( PerceptionTest, FieldOfViewIsTheHalfPlaneTheEnemyFaces ) {
 		{ DIR_UP_LEFT, -150, 100, true, "facing up-left: left and a little down" },
 		{ DIR_UP_LEFT, 100, -150, true, "facing up-left: up and a little right" },
 		{ DIR_UP_LEFT, 150, -100, false, "facing up-left: mostly right" },
+		{ DIR_UP_LEFT, -200, 0, false, "facing up-left: straight left" },
 		{ DIR_DOWN_RIGHT, 150, -100, true, "facing down-right: right and a little up" },
 		{ DIR_DOWN_RIGHT, -100, 150, true, "facing down-right: down and a little left" },
 		{ DIR_DOWN_RIGHT, -150, 100, false, "facing down-right: mostly left" },
