@@ -50,14 +50,19 @@ exec 9> "$work/lock"
 flock -n 9 || { echo "mutate.sh: another run is using $work" >&2; exit 1; }
 rm -rf "$work/src"
 mkdir -p "$work/src"
-git archive "$commit" | tar -x -C "$work/src"
+git archive "$commit" | tar -x -m -C "$work/src"	# fresh times: no object of an earlier run is reused
 
-# Every mutation site of the rules' folders, one per line: file<TAB>line<TAB>column<TAB>from<TAB>to.
+# Every mutation site of the rules' folders, one per line:
+#   file<TAB>line<TAB>column<TAB>from<TAB>to<TAB>the line's text
+# where the column and the text leave out the line's indentation.
+# The sample is the count sites of lowest hash of (seed, file, line text, column, change), so a
+# site is drawn or not whatever changed elsewhere: runs before and after new tests, or on two
+# commits, try the same mutants on the lines they share.
 # Comments, string literals, preprocessor lines, asserts and log lines are left alone; so are
 # the `<` and `>` of templates (no space on both sides), `>` on a line that opens a template and
 # the number a plain variable starts at (`int32_t dx = 0;`), which is nearly always overwritten.
 python3 - "$work/src" "$seed" "$count" > "$work/mutants.tsv" 2> "$work/sites.txt" <<'PY'
-import os, random, re, sys
+import hashlib, os, re, sys
 root, seed, count = sys.argv[1], int(sys.argv[2]), int(sys.argv[3])
 folders = ["app", "world", "actors", "ai"]
 # main() and the state fingerprint hold no rule of the game.
@@ -121,16 +126,21 @@ for folder in folders:
                         start = col + 1
                         if old.strip() in (">", ">=") and template_line:
                             continue
-                        sites.append((rel, n, col, old.strip(), new.strip()))
+                        sites.append((rel, n, col, old.strip(), new.strip(), text))
                 for m in ([] if dead_start.match(code) else number.finditer(code)):
                     value = int(m.group(1))
                     for delta in (1, -1):
                         if value + delta < 0:
                             continue
-                        sites.append((rel, n, m.start(), m.group(1), str(value + delta)))
-random.Random(seed).shuffle(sites)
-for site in sites[:count]:
-    print("\t".join(map(str, site)))
+                        sites.append((rel, n, m.start(), m.group(1), str(value + delta), text))
+def draw(site):
+    rel, n, col, old, new, text = site
+    indent = len(text) - len(text.lstrip())
+    key = "%d|%s|%s|%d|%s|%s" % (seed, rel, text.strip(), col - indent, old, new)
+    return hashlib.sha1(key.encode("utf-8")).hexdigest()
+for rel, n, col, old, new, text in sorted(sites, key=draw)[:count]:
+    indent = len(text) - len(text.lstrip())
+    print("\t".join(map(str, (rel, n, col - indent, old, new, text.strip()))))
 print("%d sites in all" % len(sites), file=sys.stderr)
 PY
 
@@ -139,7 +149,7 @@ if [ -n "$from" ]; then
 fi
 echo "== $(cat "$work/sites.txt"); $(wc -l < "$work/mutants.tsv") mutants"
 if [ "$list_only" = 1 ]; then
-	awk -F'\t' '{ printf "%s:%s:%s  %s -> %s\n", $1, $2, $3 + 1, $4, $5 }' "$work/mutants.tsv"
+	awk -F'\t' '{ printf "%s:%s  %s -> %s  in: %s\n", $1, $2, $4, $5, $6 }' "$work/mutants.tsv"
 	exit 0
 fi
 
@@ -158,14 +168,25 @@ cmake --build "$build" -j2 > "$work/build.log" 2>&1 || { echo "the unmutated tre
 run_tests || { echo "the unmutated tree fails its tests (see $work/ctest.log)"; exit 1; }
 
 # Replaces the from text at the given column of the given line with the to text.
+# The line is found by its text (near its old number if it moved), so that a list of mutants can
+# be run again on a later commit; false when the line is no longer there.
 apply_mutant() {
-	python3 - "$1" "$2" "$3" "$4" "$5" <<'PY'
+	python3 - "$1" "$2" "$3" "$4" "$5" "$6" <<'PY'
 import sys
-path, line, col, old, new = sys.argv[1], int(sys.argv[2]), int(sys.argv[3]), sys.argv[4], sys.argv[5]
-lines = open(path, encoding="utf-8").read().split("\n")
-text = lines[line - 1]
-at = text.index(old, col)
-lines[line - 1] = text[:at] + new + text[at + len(old):]
+path, line, col, old, new, wanted = sys.argv[1], int(sys.argv[2]), int(sys.argv[3]), sys.argv[4], sys.argv[5], sys.argv[6]
+try:
+    lines = open(path, encoding="utf-8").read().split("\n")
+except OSError:
+    sys.exit(1)
+matches = [i for i, text in enumerate(lines) if text.strip() == wanted]
+if not matches:
+    sys.exit(1)
+i = min(matches, key=lambda m: abs(m + 1 - line))
+text = lines[i]
+at = len(text) - len(text.lstrip()) + col
+if text[at:at + len(old)] != old:
+    sys.exit(1)
+lines[i] = text[:at] + new + text[at + len(old):]
 open(path, "w", encoding="utf-8").write("\n".join(lines))
 PY
 }
@@ -173,15 +194,20 @@ PY
 caught=0
 survived=0
 broken=0
+gone=0
 survivors=()
 : > "$work/survivors.tsv"
 index=0
 total=$(wc -l < "$work/mutants.tsv")
-while IFS=$'\t' read -r file line col old new; do
+while IFS=$'\t' read -r file line col old new text; do
 	index=$(( index + 1 ))
-	cp "$work/src/$file" "$work/original"
-	apply_mutant "$work/src/$file" "$line" "$col" "$old" "$new"
-	where="$file:$line:$(( col + 1 ))  $old -> $new"
+	where="$file:$line  $old -> $new  in: $text"
+	if [ ! -f "$work/src/$file" ] || { cp "$work/src/$file" "$work/original"; \
+			! apply_mutant "$work/src/$file" "$line" "$col" "$old" "$new" "$text"; }; then
+		gone=$(( gone + 1 ))
+		printf '[%d/%d] %s: the line is no longer there\n' "$index" "$total" "$where"
+		continue
+	fi
 	if ! cmake --build "$build" -j2 > "$work/build.log" 2>&1; then
 		outcome="does not compile"
 		broken=$(( broken + 1 ))
@@ -189,19 +215,20 @@ while IFS=$'\t' read -r file line col old new; do
 		outcome="SURVIVED"
 		survived=$(( survived + 1 ))
 		survivors+=("$where")
-		printf '%s\t%s\t%s\t%s\t%s\n' "$file" "$line" "$col" "$old" "$new" >> "$work/survivors.tsv"
+		printf '%s\t%s\t%s\t%s\t%s\t%s\n' "$file" "$line" "$col" "$old" "$new" "$text" >> "$work/survivors.tsv"
 	else
 		outcome="caught by $(sed -nE 's/.*Test +#[0-9]+: ([^ ]+) .*\*\*\*.*/\1/p' "$work/ctest.log" | head -n 1)"
 		caught=$(( caught + 1 ))
 	fi
 	cp "$work/original" "$work/src/$file"
-	printf '[%d/%d] %-50s %s\n' "$index" "$total" "$where" "$outcome"
+	printf '[%d/%d] %s: %s\n' "$index" "$total" "$where" "$outcome"
 done < "$work/mutants.tsv"
 
 # Leave the build as the unmutated tree, so that the next run starts from ccache hits.
 cmake --build "$build" -j2 > "$work/build.log" 2>&1 || true
 
-echo "== $commit, seed $seed: $(( caught + survived )) mutants that compile, $caught caught, $survived survived ($broken did not compile)"
+echo "== $commit, seed $seed: $(( caught + survived )) mutants that compile, $caught caught, $survived survived" \
+	"($broken did not compile, $gone not found)"
 echo "== Survivors:"
 for where in "${survivors[@]+"${survivors[@]}"}"; do
 	echo "  $where"
