@@ -183,8 +183,9 @@ if not matches:
     sys.exit(1)
 i = min(matches, key=lambda m: abs(m + 1 - line))
 text = lines[i]
-at = len(text) - len(text.lstrip()) + col
-if text[at:at + len(old)] != old:
+start = len(text) - len(text.lstrip()) + col
+at = text.find(old, start)		# an operator's column is the blank before it
+if at < 0 or at > start + 1:
     sys.exit(1)
 lines[i] = text[:at] + new + text[at + len(old):]
 open(path, "w", encoding="utf-8").write("\n".join(lines))
