@@ -6,7 +6,9 @@
 
 #include "LogCapture.h"
 #include "TempDir.h"
+#include "TestGame.h"
 #include "TestMaps.h"
+#include "actors/ActorTypes.h"
 #include "actors/Item.h"
 #include "world/Grid.h"
 #include "world/Scene.h"
@@ -158,6 +160,14 @@ TEST( SceneWalkTest, BodyIsFreeOnlyWithAllFourCornersOnFloorInsideTheWorld ) {
 	EXPECT_TRUE( scene->IsFree( 1888, 160, false ) );
 	EXPECT_FALSE( scene->IsFree( 1889, 160, false ) ) << "pixel 1920 lies beyond the last column";
 	EXPECT_FALSE( scene->IsFree( 100000, -100000, true ) );
+}
+
+// Only the game writes 99; one read from the walk file is floor, cleared with the enemies' marks.
+TEST( SceneWalkTest, EnemyMarkReadFromTheMapIsPlainFloorAfterTheFirstFrame ) {
+	cTestGame game( MakeScene( { "#####", "#.E.#", "#####" } ) );
+	game.AddPlayer( KIND_TAVESH, 32, 32 );
+	ASSERT_TRUE( game.Frames( 1 ) );
+	EXPECT_EQ( game.GetScene().GetWalkCode( 2, 1 ), WALK_FLOOR );
 }
 
 TEST( SceneDoorTest, OpeningOneDoorCellOpensItsWholeGroupButNotDiagonals ) {
