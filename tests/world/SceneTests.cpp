@@ -160,6 +160,8 @@ TEST( SceneWalkTest, BodyIsFreeOnlyWithAllFourCornersOnFloorInsideTheWorld ) {
 	EXPECT_TRUE( scene->IsFree( 1888, 160, false ) );
 	EXPECT_FALSE( scene->IsFree( 1889, 160, false ) ) << "pixel 1920 lies beyond the last column";
 	EXPECT_FALSE( scene->IsFree( 100000, -100000, true ) );
+	EXPECT_TRUE( scene->GetWalkCode( -1, 5 ) == 0 && scene->GetWalkCode( MAP_COLUMNS, 5 ) == 0 )
+		<< "cells beyond the floor of the grid's edges read as wall";
 }
 
 // Only the game writes 99; one read from the walk file is floor, cleared with the enemies' marks.
