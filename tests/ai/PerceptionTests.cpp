@@ -245,6 +245,7 @@ TEST_F( BossTableTest, BossWandersUntilWeakenedAndGoesBackToWandering ) {
 	cPlayer close( KIND_LUMRA, EX + 50, EY );
 	Perceived( attacker, close );
 	EXPECT_EQ( Perceived( attacker, close ), AI_ATTACK ) << "weakened, player near, boss on a corner";
+	EXPECT_EQ( Perceived( attacker, close ), AI_ATTACK ) << "near and in sight, it keeps attacking";
 	close.ToggleSkill();
 	EXPECT_EQ( Perceived( attacker, close ), AI_BOSS_WANDER ) << "lumra hid from the attacking boss";
 }
