@@ -160,6 +160,7 @@ TEST( SceneWalkTest, BodyIsFreeOnlyWithAllFourCornersOnFloorInsideTheWorld ) {
 	EXPECT_TRUE( scene->IsFree( 1888, 160, false ) );
 	EXPECT_FALSE( scene->IsFree( 1889, 160, false ) ) << "pixel 1920 lies beyond the last column";
 	EXPECT_FALSE( scene->IsFree( 100000, -100000, true ) );
+	EXPECT_TRUE( MakeOpenScene()->IsFree( 0, 0, false ) ) << "the world's top-left corner";
 	EXPECT_TRUE( scene->GetWalkCode( -1, 5 ) == 0 && scene->GetWalkCode( MAP_COLUMNS, 5 ) == 0 )
 		<< "cells beyond the floor of the grid's edges read as wall";
 }
