@@ -63,6 +63,7 @@ TEST_F( PerceptionTest, FieldOfViewIsTheHalfPlaneTheEnemyFaces ) {
 		{ DIR_DOWN_LEFT, -150, -100, true, "facing down-left: left and a little up" },
 		{ DIR_DOWN_LEFT, 100, 150, true, "facing down-left: down and a little right" },
 		{ DIR_DOWN_LEFT, -100, -100, false, "facing down-left: on the boundary diagonal" },
+		{ DIR_DOWN_LEFT, 100, 100, false, "facing down-left: on the other boundary diagonal" },
 		{ 0, 100, 100, true, "no facing sees all round" },
 	};
 	for ( const cCase &c : cases ) {
