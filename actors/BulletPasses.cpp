@@ -65,13 +65,15 @@ bool HitEnemies( const cBullet &bullet, tCharacterList &enemies, tExplosionList 
 }
 
 // The first player the bullet hits takes it; a player brought down stays in the list.
-bool HitPlayers( const cBullet &bullet, tCharacterList &players, tExplosionList &explosions ) {
-	for ( const std::unique_ptr<cCharacter> &player : players ) {
+// The hit player's pad rumbles; the list's first player is player 1.
+bool HitPlayers( const cBullet &bullet, tCharacterList &players, tExplosionList &explosions, cInputLayer &input ) {
+	for ( size_t i = 0; i < players.size(); i++ ) {
 		int32_t hitX = 0;
 		int32_t hitY = 0;
 		bool killed = false;
-		if ( player->HitByBullet( bullet, hitX, hitY, killed ) ) {
+		if ( players[i]->HitByBullet( bullet, hitX, hitY, killed ) ) {
 			explosions.push_back( cExplosion( hitX, hitY, true ) );
+			input.Rumble( static_cast<int>( i ) + 1 );
 			return true;
 		}
 	}
@@ -114,7 +116,7 @@ void cGame::ResolveHits() {
 		const cBullet &bullet = ( *bullets )[i];
 		bool bossKilled = false;
 		const bool hit = HitEnemies( bullet, *enemies, *explosions, *items, soundLayer, bossKilled )
-						|| HitPlayers( bullet, *players, *explosions );
+						|| HitPlayers( bullet, *players, *explosions, inputLayer );
 		if ( bossKilled ) {
 			gameState = STATE_VICTORY;
 			endTime = GetTickCount();

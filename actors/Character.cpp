@@ -150,7 +150,7 @@ int32_t cCharacter::GetFacingRow( int32_t facing ) {
 }
 
 void cCharacter::SetSheetColumn( cRect &rect ) const {
-	rect.left = animFrame * BODY_SIZE + kind * SHEET_BAND_WIDTH;
+	rect.left = shownFrame * BODY_SIZE + kind * SHEET_BAND_WIDTH;
 	rect.right = rect.left + BODY_SIZE;
 }
 

@@ -16,9 +16,12 @@ public:
 
 	virtual				~cCharacter() = default;
 
-	// The character's current frame in the characters sheet and its screen position; advances
-	// the walk animation.
-	virtual void		GetDrawInfo( cRect &rect, int32_t &screenX, int32_t &screenY, const cScene &scene ) = 0;
+	// The picture the character shows in this step's frame, in the characters sheet, and its
+	// screen position.
+	virtual void		GetDrawInfo( cRect &rect, int32_t &screenX, int32_t &screenY, const cScene &scene ) const = 0;
+	// Once per step while the character is on the shown world: takes the picture for this step's
+	// frame, then moves the walk animation on.
+	virtual void		Animate() = 0;
 
 	int32_t				GetKind() const { return kind; }
 	void				SetKind( int32_t newKind ) { kind = newKind; }
@@ -50,6 +53,7 @@ public:
 	void				SetShotCounter( int32_t counter ) { shotCounter = counter; }
 	bool				IsWounded() const { return wounded; }
 	int32_t				GetAnimFrame() const { return animFrame; }
+	int32_t				GetShownFrame() const { return shownFrame; }
 	bool				IsAnimBackward() const { return animBackward; }
 	int32_t				GetAnimTicks() const { return animTicks; }
 
@@ -83,6 +87,7 @@ protected:
 	int32_t				direction = 0;		// facing, a direction code 1 to 8
 	bool				moving = false;		// moved in the last step
 	int32_t				animFrame = 1;		// walk animation column, 0 to 2
+	int32_t				shownFrame = 1;		// the column drawn in this step's frame: animFrame before it moved on
 	bool				animBackward = false;
 	int32_t				animTicks = 0;		// steps since animFrame changed
 	int32_t				shotPeriod = 0;		// in steps between two shots

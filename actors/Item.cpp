@@ -1,9 +1,19 @@
 #include "actors/Item.h"
 
+#include <cstdlib>
+
 #include "world/Grid.h"
 
+namespace {
+
+const int32_t BOB_STEPS_PER_PIXEL = 3;
+const int32_t BOB_DEPTH = 6;				// in pixels an item sinks before it jumps back
+const int32_t BOB_RESTART = -9;				// the counter after the deepest point: 3 pixels down
+
+}
+
 cItem::cItem( int32_t kind, int32_t x, int32_t y )
-	: bobCounter( 0 ), kind( kind ), x( x ), y( y ) {
+	: bobCounter( 0 ), bob( 0 ), kind( kind ), x( x ), y( y ) {
 }
 
 void cItem::GetCell( int32_t &cx, int32_t &cy ) const {
@@ -13,4 +23,9 @@ void cItem::GetCell( int32_t &cx, int32_t &cy ) const {
 
 bool cItem::IsInView( int32_t camX, int32_t camY ) const {
 	return camX < x && x < camX + VIEW_WIDTH && camY < y && y < camY + VIEW_HEIGHT;
+}
+
+void cItem::Bob() {
+	bob = std::abs( bobCounter / BOB_STEPS_PER_PIXEL );
+	bobCounter = bob < BOB_DEPTH ? bobCounter + 1 : BOB_RESTART;
 }

@@ -24,12 +24,17 @@ public:
 	void				GetCell( int32_t &cx, int32_t &cy ) const;
 	// Tested on the top-left corner, strictly inside the view.
 	bool				IsInView( int32_t camX, int32_t camY ) const;
-	// The bobbing is the drawing's: it reads and advances the counter.
 	int32_t				GetBobCounter() const { return bobCounter; }
 	void				SetBobCounter( int32_t counter ) { bobCounter = counter; }
+	// How far down the item is drawn in this step's frame, in pixels.
+	int32_t				GetBob() const { return bob; }
+	// Once per step while the item is in view: takes this step's depth, then the counter moves on.
+	// The item sinks by up to 6 pixels and jumps back to half way.
+	void				Bob();
 
 private:
-	int32_t				bobCounter;			// in drawn frames
+	int32_t				bobCounter;			// in steps in view
+	int32_t				bob;				// in pixels, the depth of this step's frame
 	int32_t				kind;
 	int32_t				x;					// top-left corner of the 32 x 32 square, in world pixels
 	int32_t				y;

@@ -35,7 +35,7 @@ cPlayer::cPlayer( int32_t kind, int32_t x, int32_t y )
 	weapon = kind == KIND_TAVESH ? WEAPON_TAVESH : WEAPON_LUMRA;
 }
 
-void cPlayer::GetDrawInfo( cRect &rect, int32_t &screenX, int32_t &screenY, const cScene &scene ) {
+void cPlayer::GetDrawInfo( cRect &rect, int32_t &screenX, int32_t &screenY, const cScene &scene ) const {
 	GetScreenPosition( screenX, screenY, scene );
 	const int32_t row = GetFacingRow( direction );
 	if ( dead || row >= 0 ) {
@@ -43,6 +43,10 @@ void cPlayer::GetDrawInfo( cRect &rect, int32_t &screenX, int32_t &screenY, cons
 		rect.top = dead ? DOWN_ROW : ( skillActive ? SKILL_ROWS : 0 ) + row;
 		rect.bottom = rect.top + BODY_SIZE;
 	}
+}
+
+void cPlayer::Animate() {
+	shownFrame = animFrame;
 	// The victory screen freezes the players as they stood.
 	if ( gameState == STATE_VICTORY ) {
 		return;

@@ -17,7 +17,8 @@ public:
 						cPlayer( int32_t kind, int32_t x, int32_t y );
 	~cPlayer() override = default;
 
-	void				GetDrawInfo( cRect &rect, int32_t &screenX, int32_t &screenY, const cScene &scene ) override;
+	void				GetDrawInfo( cRect &rect, int32_t &screenX, int32_t &screenY, const cScene &scene ) const override;
+	void				Animate() override;
 
 	// One firing attempt while the fire key is held; shot tells whether a bullet came out.
 	void				Shoot( tBulletList &bullets, bool &shot );

@@ -54,6 +54,7 @@ cEnemy::cEnemy( int32_t kind, int32_t x, int32_t y, int32_t direction, int32_t d
 	lookTimer( 0 ),
 	wanderPending( kind == KIND_BOSS ),
 	alertTime( 0 ),
+	alertIcon( ALERT_ICON_NONE ),
 	wasShot( false ) {
 	this->kind = kind;
 	this->x = x;
@@ -70,7 +71,7 @@ cEnemy::cEnemy( int32_t kind, int32_t x, int32_t y, int32_t direction, int32_t d
 	assert( ( !IsEnemyKind( kind ) || cPath::IsValidSpeed( speed ) ) && "an enemy's speed must divide the cell size" );
 }
 
-void cEnemy::GetDrawInfo( cRect &rect, int32_t &screenX, int32_t &screenY, const cScene &scene ) {
+void cEnemy::GetDrawInfo( cRect &rect, int32_t &screenX, int32_t &screenY, const cScene &scene ) const {
 	GetScreenPosition( screenX, screenY, scene );
 	const int32_t row = GetFacingRow( direction );
 	if ( row >= 0 ) {
@@ -78,11 +79,39 @@ void cEnemy::GetDrawInfo( cRect &rect, int32_t &screenX, int32_t &screenY, const
 		rect.top = row;
 		rect.bottom = row + BODY_SIZE;
 	}
+}
+
+void cEnemy::Animate() {
+	shownFrame = animFrame;
 	// The defeat screen freezes the enemies as they stood.
-	if ( gameState == STATE_DEFEAT ) {
-		return;
+	if ( gameState != STATE_DEFEAT ) {
+		AnimateWalk();
 	}
-	AnimateWalk();
+	if ( HasJustNoticed() ) {
+		MarkAlert();
+	}
+	alertIcon = ChooseAlertIcon();
+}
+
+// The enemy has just noticed a player: it was unaware, searching or looking around and now chases
+// or attacks.
+bool cEnemy::HasJustNoticed() const {
+	const bool wasCalm = previousAiState == AI_UNAWARE || previousAiState == AI_SEARCH || previousAiState == AI_LOOK_AROUND;
+	return wasCalm && ( aiState == AI_CHASE || aiState == AI_ATTACK );
+}
+
+// At most one icon: the exclamation for a while after the enemy noticed a player, else the query
+// while it searches or the WTF while it looks around. The elapsed time is taken as an unsigned
+// difference, so the clock's wrap-around does not stop the exclamation early.
+eAlertIcon cEnemy::ChooseAlertIcon() const {
+	const uint32_t sinceAlert = GetTickCount() - alertTime;		// in msec
+	if ( sinceAlert < ALERT_TIME ) {
+		return ALERT_ICON_EXCLAMATION;
+	}
+	if ( aiState == AI_SEARCH ) {
+		return ALERT_ICON_QUERY;
+	}
+	return aiState == AI_LOOK_AROUND ? ALERT_ICON_WTF : ALERT_ICON_NONE;
 }
 
 void cEnemy::TurnTowards( int32_t dx, int32_t dy ) {

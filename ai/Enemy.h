@@ -25,6 +25,14 @@ enum eAiState : int32_t {
 	AI_BOSS_WANDER			= 5
 };
 
+// The icon drawn over an enemy's head.
+enum eAlertIcon : int32_t {
+	ALERT_ICON_NONE,
+	ALERT_ICON_EXCLAMATION,				// for a while after it noticed a player
+	ALERT_ICON_QUERY,					// searching
+	ALERT_ICON_WTF						// looking around
+};
+
 class cEnemy : public cCharacter {
 public:
 	static constexpr int32_t REPLAN_FRAMES = 8;			// a path request is made when replanTimer reaches it
@@ -38,13 +46,16 @@ public:
 	static constexpr int32_t BOSS_AREA_COLUMNS = 19;	// the boss wanders columns 0 to 18
 	static constexpr int32_t BOSS_AREA_ROWS = 14;		// and rows 0 to 13
 	static constexpr int32_t MUZZLE_OFFSET = 6;			// in pixels: centres a 20-pixel shot on the body
+	static constexpr uint32_t ALERT_TIME = 750;			// in msec the exclamation shows after noticing
 
 	// Built on a cell corner with its facing; the kind and the difficulty (1 to 3) decide its
 	// weapon, health, speed and shot period.
 						cEnemy( int32_t kind, int32_t x, int32_t y, int32_t direction, int32_t difficulty );
 	~cEnemy() override = default;
 
-	void				GetDrawInfo( cRect &rect, int32_t &screenX, int32_t &screenY, const cScene &scene ) override;
+	void				GetDrawInfo( cRect &rect, int32_t &screenX, int32_t &screenY, const cScene &scene ) const override;
+	// Also stamps the alert and picks the icon over the enemy's head for this step's frame.
+	void				Animate() override;
 	// Fires at the player along (dx, dy) once the cool-down allows; fired is only ever set.
 	// A player standing exactly on the enemy is shot at along the enemy's facing instead.
 	virtual void		Shoot( tBulletList &bullets, int32_t dx, int32_t dy, bool &fired );
@@ -86,6 +97,7 @@ public:
 	// The exclamation over the enemy is timed from the moment it noticed a player.
 	void				MarkAlert();
 	uint32_t			GetAlertTime() const { return alertTime; }
+	eAlertIcon			GetAlertIcon() const { return alertIcon; }
 	bool				IsOnCorner() const { return x % CELL_SIZE == 0 && y % CELL_SIZE == 0; }
 	void				GetCellCorner( int32_t &column, int32_t &row ) const { column = cellX; row = cellY; }
 	void				GetLastSeen( int32_t &px, int32_t &py ) const { px = lastSeenX; py = lastSeenY; }
@@ -115,6 +127,8 @@ private:
 	int32_t				NextLookAroundState( const cSighting &sighting ) const;
 	int32_t				NextBossState( const cSighting &sighting ) const;
 	bool				IsInFieldOfView( float dx, float dy ) const;
+	bool				HasJustNoticed() const;
+	eAlertIcon			ChooseAlertIcon() const;
 
 	void				RunSteps( cPlayer &player, tBulletList &bullets, const int32_t *walkMap, bool &fired );
 	void				StandUnaware();
@@ -138,5 +152,6 @@ private:
 	int32_t				lookTimer;			// in frames of looking around
 	bool				wanderPending;		// the boss must choose where to walk next
 	uint32_t			alertTime;			// GetTickCount when the exclamation began, in msec
+	eAlertIcon			alertIcon;			// over the head in this step's frame
 	bool				wasShot;			// hit by a player's bullet, not yet reacted to
 };

@@ -4,9 +4,9 @@
 #include "actors/Character.h"
 #include "actors/Explosion.h"
 #include "actors/Item.h"
+#include "actors/WorldAnimation.h"
 #include "app/GameState.h"
 #include "log/Log.h"
-#include "platform/Clock.h"
 #include "platform/Platform.h"
 #include "sound/SoundIds.h"
 #include "world/Scene.h"
@@ -15,7 +15,6 @@ namespace {
 
 const int32_t MOUSE_START_X = 320;			// the centre of the 640 x 480 screen
 const int32_t MOUSE_START_Y = 240;
-const uint32_t SPIN_TIME = 1;				// in msec: the last moment of a frame is waited for awake
 
 }
 
@@ -26,6 +25,7 @@ cGame::~cGame() = default;
 // A failing graphics or input layer ends the program; a failing sound layer only silences it.
 bool cGame::Init( const cPlatform &platform, bool fullscreen ) {
 	cLog::Instance();
+	dataRoot = platform.dataRoot;
 	if ( !graphicsLayer.Init( platform.graphics, fullscreen ) ) {
 		cLog::Write( "Error initializing Graphics!" );
 		return false;
@@ -38,34 +38,19 @@ bool cGame::Init( const cPlatform &platform, bool fullscreen ) {
 	if ( !soundLayer.Init( platform.sound ) ) {
 		cLog::Write( "Error initializing Sound!" );
 	}
-	graphicsLayer.LoadTextures();
-	soundLayer.LoadSounds();
+	graphicsLayer.LoadTextures( dataRoot );
+	soundLayer.LoadSounds( cSoundLayer::GetSoundFolder( dataRoot ).c_str() );
 	return true;
 }
 
-bool cGame::Loop() {
-	const uint32_t frameStart = GetTickCount();
+bool cGame::Step() {
 	ReadInput();
 	if ( !Process() ) {
 		return false;
 	}
-	Render();
-	WaitForFrameEnd( frameStart );
+	AnimateWorld();
+	KeepMusic();
 	return true;
-}
-
-// The frame lasts at least FRAME_TIME by the tick count, which may wrap around meanwhile. The
-// wait sleeps while there is time to spare and spins only for the last moment, so that an idle
-// menu does not hold a processor.
-void cGame::WaitForFrameEnd( uint32_t frameStart ) const {
-	for ( ;; ) {
-		const uint32_t elapsed = GetTickCount() - frameStart;
-		if ( elapsed >= FRAME_TIME ) {
-			return;
-		}
-		const uint32_t remaining = FRAME_TIME - elapsed;
-		GetClock().Sleep( remaining > SPIN_TIME ? remaining - SPIN_TIME : 0 );
-	}
 }
 
 void cGame::Finalize() {
@@ -104,10 +89,14 @@ bool cGame::Process() {
 	return true;
 }
 
-bool cGame::Render() {
-	if ( !RenderFrame() ) {
-		return false;
+void cGame::AnimateWorld() {
+	if ( ShowsWorld( gameState ) && scene && players && enemies && explosions && items ) {
+		::AnimateWorld( *scene, *players, *enemies, *explosions, *items );
 	}
+}
+
+// PlayMusic does nothing while its sound already plays, so asking every step starts it once.
+bool cGame::KeepMusic() {
 	if ( gameState == STATE_MAIN_MENU ) {
 		return soundLayer.PlayMusic( SOUND_MENU_MUSIC );
 	}
@@ -117,7 +106,7 @@ bool cGame::Render() {
 	return true;
 }
 
-bool cGame::RenderFrame() {
+bool cGame::RenderFrame() const {
 	int32_t mouseX = 0;
 	int32_t mouseY = 0;
 	inputLayer.GetMousePosition( mouseX, mouseY );

@@ -1,12 +1,14 @@
 #pragma once
 // cGame owns everything the program has: the three device layers, the options, and the running
-// game's scene and lists. Its frame (Loop) reads the input, processes the frame and draws it.
-// The operations are spread over several files by subject: Game.cpp (start, frame, shut-down),
-// Menus.cpp, NewGame.cpp, InGameUpdate.cpp, actors/PlayerStep.cpp, actors/BulletPasses.cpp,
-// actors/ItemPasses.cpp, ai/EnemiesUpdate.cpp.
+// game's scene and lists. Its step (Step) reads the input, processes it and moves every animation
+// on; its drawing (RenderFrame) shows the step's result and changes nothing.
+// The operations are spread over several files by subject: Game.cpp (start, step, drawing and
+// shut-down), Menus.cpp, NewGame.cpp, InGameUpdate.cpp, actors/PlayerStep.cpp,
+// actors/BulletPasses.cpp, actors/ItemPasses.cpp, actors/WorldAnimation.cpp, ai/EnemiesUpdate.cpp.
 
 #include <cstdint>
 #include <memory>
+#include <string>
 
 #include "actors/ActorLists.h"
 #include "app/Config.h"
@@ -30,20 +32,24 @@ struct cPlayerCommand {
 
 class cGame {
 public:
-	static const uint32_t FRAME_TIME = 15;			// in msec, the shortest frame
+	static const uint32_t FRAME_TIME = 15;			// in msec, one step of the game
 	static const uint32_t END_SCREEN_TIME = 7500;	// in msec
 
 						cGame();
 	virtual				~cGame();
 
-	// Start, frame and shut-down.
+	// Start, step, drawing and shut-down.
 	bool				Init( const cPlatform &platform, bool fullscreen );
-	bool				Loop();
+	// One step: ReadInput, Process, AnimateWorld, KeepMusic. False when the player quit.
+	bool				Step();
 	void				Finalize();
 	bool				ReadInput();
 	bool				Process();
-	bool				Render();
-	bool				RenderFrame();
+	// The world's pictures move on by one step while the world is shown (actors/WorldAnimation.h).
+	void				AnimateWorld();
+	// The menu music in the main menu, the streets' music in play outside the final area.
+	bool				KeepMusic();
+	bool				RenderFrame() const;
 	void				ClearGame();
 
 	// Menus and the new game.
@@ -80,15 +86,14 @@ public:
 	cConfig &			GetConfig() { return config; }
 	const cConfig &		GetConfig() const { return config; }
 	cInputLayer &		GetInputLayer() { return inputLayer; }
+	const cInputLayer &	GetInputLayer() const { return inputLayer; }
 	cSoundLayer &		GetSoundLayer() { return soundLayer; }
 	const cSoundLayer &	GetSoundLayer() const { return soundLayer; }
-	const cInputLayer &	GetInputLayer() const { return inputLayer; }
 	cGraphicsLayer &	GetGraphicsLayer() { return graphicsLayer; }
 	uint32_t			GetEndTime() const { return endTime; }
 	bool				IsClickLatched() const { return clickLatch; }
 
 private:
-	void				WaitForFrameEnd( uint32_t frameStart ) const;
 	void				LeaveEndScreen();
 	void				ExplodeRemainingEnemies();
 	bool				ClickEntry( int entry );
@@ -111,4 +116,5 @@ private:
 	std::unique_ptr<tExplosionList>	explosions;
 	std::unique_ptr<tItemList>		items;
 	bool				clickLatch = false;
+	std::string			dataRoot = ".";		// the folder holding resources/, from the platform
 };

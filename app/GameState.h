@@ -18,3 +18,8 @@ enum eGameState : int32_t {
 };
 
 extern int32_t gameState;
+
+// The states that show the world: play and the two end screens drawn over it.
+inline bool ShowsWorld( int32_t state ) {
+	return state == STATE_PLAYING || state == STATE_DEFEAT || state == STATE_VICTORY;
+}

@@ -59,7 +59,7 @@ const cSpawn ENEMY_SPAWNS[] = {
 // click on a character tries again.
 void cGame::NewGame() {
 	ClearGame();	// the old game goes before the new map is read, so the two never live together
-	SetUpGame( std::make_unique<cScene>() );
+	SetUpGame( std::make_unique<cScene>( cScene::GetMapFolder( dataRoot ) ) );
 	if ( !scene->IsUsable() ) {
 		cLog::Write( "Error starting a new game: the map could not be loaded" );
 		gameState = STATE_MAIN_MENU;
@@ -67,6 +67,7 @@ void cGame::NewGame() {
 	}
 	uint32_t count = 0;
 	config.GetPlayers( count );
+	inputLayer.SetPlayerCount( static_cast<int>( count ) );
 	const uint32_t created = ( count == 1 || count == 2 ) ? count : 0;
 	for ( uint32_t number = 1; number <= created; number++ ) {
 		uint32_t character = 0;

@@ -85,7 +85,7 @@ void AddCharacter( cHasher &h, const cCharacter &c ) {
 	c.GetPosition( x, y );
 	const int32_t fields[] = {
 		c.GetKind(), c.GetHealth(), c.GetWeapon(), c.GetAmmo(), c.GetSpeed(), x, y, c.GetDirection(),
-		c.IsMoving(), c.GetAnimFrame(), c.IsAnimBackward(), c.GetAnimTicks(), c.GetShotPeriod(),
+		c.IsMoving(), c.GetAnimFrame(), c.GetShownFrame(), c.IsAnimBackward(), c.GetAnimTicks(), c.GetShotPeriod(),
 		c.GetShotCounter(), c.HasJustShot(), c.IsWounded(),
 	};
 	h.Add( fields, static_cast<int>( sizeof( fields ) / sizeof( fields[0] ) ) );
@@ -140,7 +140,7 @@ void AddEnemy( cHasher &h, const cEnemy &e, const tCharacterList *players ) {
 	const int32_t fields[] = {
 		cell[0], cell[1], lastSeen[0], lastSeen[1], FindPlayerIndex( players, e.GetTarget() ),
 		e.GetReplanTimer(), e.GetPreviousAiState(), e.GetAiState(), e.GetLookTimer(), e.IsWanderPending(),
-		static_cast<int32_t>( e.GetAlertTime() ), e.WasShot(),
+		static_cast<int32_t>( e.GetAlertTime() ), e.GetAlertIcon(), e.WasShot(),
 	};
 	h.Add( fields, static_cast<int>( sizeof( fields ) / sizeof( fields[0] ) ) );
 	AddPath( h, e.GetPath() );
@@ -166,8 +166,8 @@ void AddItems( cHasher &h, const tItemList &items ) {
 	for ( const cItem &item : items ) {
 		int32_t x = 0, y = 0;
 		item.GetPosition( x, y );
-		const int32_t fields[] = { item.GetKind(), x, y, item.GetBobCounter() };
-		h.Add( fields, 4 );
+		const int32_t fields[] = { item.GetKind(), x, y, item.GetBobCounter(), item.GetBob() };
+		h.Add( fields, 5 );
 	}
 }
 
@@ -176,8 +176,8 @@ void AddExplosions( cHasher &h, const tExplosionList &explosions ) {
 	for ( const cExplosion &e : explosions ) {
 		int32_t x = 0, y = 0;
 		e.GetPosition( x, y );
-		const int32_t fields[] = { x, y, e.GetFrame(), e.GetTicks(), e.IsImpact() };
-		h.Add( fields, 5 );
+		const int32_t fields[] = { x, y, e.GetFrame(), e.GetShownFrame(), e.GetTicks(), e.IsImpact() };
+		h.Add( fields, 6 );
 	}
 }
 

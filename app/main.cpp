@@ -1,15 +1,23 @@
-// The program: asks about full screen, opens the window, runs the game's frames between window
-// events until the window closes or the player quits, then shuts everything down in order.
+// The program: asks about full screen, opens the window, runs the game's steps on the pacing clock
+// with a frame after them whenever the picture changed, until the window closes or the player
+// quits, then shuts everything down in order.
 
 #define SDL_MAIN_HANDLED
 #include <SDL.h>
 #include <SDL_image.h>
 
 #include <cstdio>
+#include <string>
 
+#include "app/FrameClient.h"
+#include "app/FrameLoop.h"
+#include "app/FramePicture.h"
 #include "app/Game.h"
 #include "graphics/sdl/SdlGraphicsBackend.h"
 #include "input/sdl/SdlInputBackend.h"
+#include "log/Log.h"
+#include "platform/DataPaths.h"
+#include "platform/MonotonicClock.h"
 #include "platform/Platform.h"
 #include "platform/sdl/SdlClock.h"
 #include "platform/sdl/SdlWindow.h"
@@ -28,23 +36,58 @@ bool CreateMainWindow( cSdlWindow &window, bool &fullscreen ) {
 	return true;
 }
 
-// Each pass handles one pending window event, or runs one frame when none is pending.
-void RunFrames( cSdlInputBackend &input ) {
-	for ( ;; ) {
+// The game in its SDL window. A hidden or minimised window is not drawn; a window event that may
+// have spoilt or hidden the picture asks for a frame.
+class cWindowFrames : public cFrameClient {
+public:
+	cWindowFrames( const cSdlWindow &window, cSdlInputBackend &input ) : window( window ), input( input ) {}
+
+	bool HandleEvents() override {
 		SDL_Event event;
-		if ( SDL_PollEvent( &event ) ) {
+		while ( SDL_PollEvent( &event ) ) {
 			if ( event.type == SDL_QUIT ) {	// the window closed, or SIGINT / SIGTERM
-				return;
+				return false;
+			}
+			if ( event.type == SDL_WINDOWEVENT ) {
+				picture.Forget();
 			}
 			input.HandleEvent( event );
-		} else if ( !game.Loop() ) {
-			return;
 		}
+		return true;
+	}
+	bool Step() override { return game.Step(); }
+	bool IsFrameWanted() override {
+		const Uint32 unseen = SDL_WINDOW_HIDDEN | SDL_WINDOW_MINIMIZED;
+		return ( SDL_GetWindowFlags( window.GetWindow() ) & unseen ) == 0 && picture.IsChanged( game );
+	}
+	void DrawFrame() override {
+		game.RenderFrame();
+		picture.Note( game );
+	}
+
+private:
+	const cSdlWindow &	window;
+	cSdlInputBackend &	input;
+	cFramePicture		picture;
+};
+
+// Pads are welcome but not needed: without them the game plays on the keyboard and the mouse.
+void StartPads() {
+	if ( SDL_InitSubSystem( SDL_INIT_GAMECONTROLLER ) != 0 ) {
+		std::string line = "Gamepads unavailable: ";
+		line += SDL_GetError();
+		cLog::Write( line.c_str() );
 	}
 }
 
 void RunGame() {
-	cSdlWindow window;
+	// The data may lie in the working folder, beside the executable or where it was installed;
+	// the log goes with it, so this comes before anything is logged.
+	char *executableFolder = SDL_GetBasePath();
+	cDataPaths dataPaths;
+	dataPaths.SetUp( executableFolder != nullptr ? executableFolder : "" );
+	SDL_free( executableFolder );
+	cSdlWindow window( dataPaths.GetRoot() );
 	bool fullscreen = false;
 	if ( !CreateMainWindow( window, fullscreen ) ) {
 		game.Finalize();
@@ -57,8 +100,13 @@ void RunGame() {
 	platform.graphics = &graphics;
 	platform.input = &input;
 	platform.sound = &sound;
+	platform.dataRoot = dataPaths.GetRoot();
 	if ( game.Init( platform, fullscreen ) ) {
-		RunFrames( input );
+		StartPads();
+		cMonotonicClock pacing;
+		cFrameLoop loop( pacing );
+		cWindowFrames frames( window, input );
+		loop.Run( frames );
 	}
 	game.Finalize();
 }

@@ -59,10 +59,6 @@ bool GetScreenTexture( int32_t state, cGraphicsLayer::eTexture &which ) {
 	}
 }
 
-bool ShowsWorld( int32_t state ) {
-	return state == STATE_PLAYING || state == STATE_DEFEAT || state == STATE_VICTORY;
-}
-
 }
 
 bool cGraphicsLayer::Init( cGraphicsBackend *graphicsBackend, bool fullscreen ) {
@@ -118,9 +114,9 @@ void cGraphicsLayer::Release() {
 	}
 }
 
-bool cGraphicsLayer::Render( int32_t mouseX, int32_t mouseY, const cScene *scene, tCharacterList *players,
-							tCharacterList *enemies, tBulletList *bullets, tExplosionList *explosions,
-							tItemList *items ) {
+bool cGraphicsLayer::Render( int32_t mouseX, int32_t mouseY, const cScene *scene, const tCharacterList *players,
+							const tCharacterList *enemies, const tBulletList *bullets,
+							const tExplosionList *explosions, const tItemList *items ) const {
 	if ( backend == nullptr ) {
 		return true;
 	}
@@ -142,17 +138,17 @@ bool cGraphicsLayer::Render( int32_t mouseX, int32_t mouseY, const cScene *scene
 	return true;
 }
 
-void cGraphicsLayer::DrawScreen( eTexture which ) {
+void cGraphicsLayer::DrawScreen( eTexture which ) const {
 	Draw( which, nullptr, 0.0f, 0.0f );
 }
 
 // The hot spot is the picture's top-left pixel.
-void cGraphicsLayer::DrawCursor( int32_t mouseX, int32_t mouseY ) {
+void cGraphicsLayer::DrawCursor( int32_t mouseX, int32_t mouseY ) const {
 	const cRect source = { 0, 0, CURSOR_SIZE, CURSOR_SIZE };
 	Draw( TEX_CURSOR, &source, static_cast<float>( mouseX ), static_cast<float>( mouseY ) );
 }
 
-void cGraphicsLayer::Draw( eTexture which, const cRect *source, float x, float y, uint32_t tint ) {
+void cGraphicsLayer::Draw( eTexture which, const cRect *source, float x, float y, uint32_t tint ) const {
 	if ( textures[which] != nullptr ) {
 		backend->Draw( textures[which], source, x, y, tint );
 	}

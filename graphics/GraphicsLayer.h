@@ -1,6 +1,7 @@
 #pragma once
 // cGraphicsLayer is the game's only way to the screen: it owns the 22 textures and draws one frame
-// per game frame, a menu picture or the world with its HUD, and the cursor.
+// at a time, a menu picture or the world with its HUD, and the cursor. Drawing reads the game and
+// changes nothing in it: every animation has already moved on in the game's step.
 
 #include <cstdint>
 #include <string>
@@ -27,7 +28,6 @@ public:
 	static constexpr uint32_t WHITE = 0xFFFFFFFF;			// draws a picture as it is
 	static constexpr uint32_t CURSOR_KEY = 0x00FF00FF;		// the cursor picture's transparent pixels
 	static constexpr uint32_t HIDDEN_TINT = 0x88FFFFFF;		// lumra with her skill on: alpha 136 of 255
-	static constexpr uint32_t ALERT_TIME = 750;				// in msec the exclamation shows after noticing
 
 						cGraphicsLayer() = default;
 	virtual				~cGraphicsLayer() = default;
@@ -41,13 +41,14 @@ public:
 
 	// One whole frame. The scene and the lists are used only while the world is shown and may be
 	// null before the first game.
-	bool				Render( int32_t mouseX, int32_t mouseY, const cScene *scene, tCharacterList *players,
-								tCharacterList *enemies, tBulletList *bullets, tExplosionList *explosions,
-								tItemList *items );
+	bool				Render( int32_t mouseX, int32_t mouseY, const cScene *scene, const tCharacterList *players,
+								const tCharacterList *enemies, const tBulletList *bullets,
+								const tExplosionList *explosions, const tItemList *items ) const;
 
 	// The world and its HUD.
-	void				RenderWorld( const cScene &scene, tCharacterList &players, tCharacterList &enemies,
-								tBulletList &bullets, tExplosionList &explosions, tItemList &items );
+	void				RenderWorld( const cScene &scene, const tCharacterList &players, const tCharacterList &enemies,
+								const tBulletList &bullets, const tExplosionList &explosions,
+								const tItemList &items ) const;
 
 	cTexture *			GetTexture( eTexture which ) const { return textures[which]; }
 	bool				IsReady() const { return backend != nullptr; }
@@ -61,29 +62,29 @@ private:
 		TILES_OVER_WITHOUT_ROOFS	// as TILES_OVER, and the indoor area's cells are left out too
 	};
 
-	void				DrawScreen( eTexture which );
-	void				DrawCursor( int32_t mouseX, int32_t mouseY );
-	void				Draw( eTexture which, const cRect *source, float x, float y, uint32_t tint = WHITE );
+	void				DrawScreen( eTexture which ) const;
+	void				DrawCursor( int32_t mouseX, int32_t mouseY ) const;
+	void				Draw( eTexture which, const cRect *source, float x, float y, uint32_t tint = WHITE ) const;
 
 	// The steps of RenderWorld, in their order: later ones cover earlier ones.
-	void				DrawBaseLayer( const cScene &scene );
-	void				DrawObjectLayer( const cScene &scene );
-	void				DrawItems( tItemList &items, const cScene &scene );
-	void				DrawBullets( const tBulletList &bullets, const cScene &scene );
-	void				DrawPlayers( tCharacterList &players, const cScene &scene );
-	void				DrawEnemies( tCharacterList &enemies, const cScene &scene );
-	void				DrawExplosions( tExplosionList &explosions, const cScene &scene );
-	void				DrawOverLayer( const tCharacterList &players, const cScene &scene );
-	void				DrawHud( const tCharacterList &players );
+	void				DrawBaseLayer( const cScene &scene ) const;
+	void				DrawObjectLayer( const cScene &scene ) const;
+	void				DrawItems( const tItemList &items, const cScene &scene ) const;
+	void				DrawBullets( const tBulletList &bullets, const cScene &scene ) const;
+	void				DrawPlayers( const tCharacterList &players, const cScene &scene ) const;
+	void				DrawEnemies( const tCharacterList &enemies, const cScene &scene ) const;
+	void				DrawExplosions( const tExplosionList &explosions, const cScene &scene ) const;
+	void				DrawOverLayer( const tCharacterList &players, const cScene &scene ) const;
+	void				DrawHud( const tCharacterList &players ) const;
 
 	// The view's 21 x 16 cells of one layer, cut at the view's edges.
-	void				DrawTileLayer( const int32_t *layer, eTileRule rule, const cScene &scene );
+	void				DrawTileLayer( const int32_t *layer, eTileRule rule, const cScene &scene ) const;
 	// The tile a cell's code shows under the rule; 0 when the cell shows nothing.
 	int32_t				GetTileToDraw( int32_t code, eTileRule rule ) const;
-	void				DrawAlertIcon( cEnemy &enemy, int32_t screenX, int32_t screenY );
-	void				DrawPlayerHud( const cPlayer &player, int32_t portraitX, int32_t barX );
+	void				DrawAlertIcon( const cEnemy &enemy, int32_t screenX, int32_t screenY ) const;
+	void				DrawPlayerHud( const cPlayer &player, int32_t portraitX, int32_t barX ) const;
 	// A bar of length + 1 one-pixel columns, nothing when length is negative.
-	void				DrawBar( eTexture which, int32_t length, int32_t barX, int32_t barY );
+	void				DrawBar( eTexture which, int32_t length, int32_t barX, int32_t barY ) const;
 
 	cGraphicsBackend *	backend = nullptr;		// not owned; set while the device exists
 	cTexture *			textures[TEXTURE_COUNT] = {};

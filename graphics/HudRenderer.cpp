@@ -47,7 +47,7 @@ int32_t GetEnergyBarLength( const cPlayer &player ) {
 
 }
 
-void cGraphicsLayer::DrawHud( const tCharacterList &players ) {
+void cGraphicsLayer::DrawHud( const tCharacterList &players ) const {
 	bool first = true;
 	for ( const std::unique_ptr<cCharacter> &character : players ) {
 		const cPlayer *player = dynamic_cast<const cPlayer *>( character.get() );
@@ -58,7 +58,7 @@ void cGraphicsLayer::DrawHud( const tCharacterList &players ) {
 	}
 }
 
-void cGraphicsLayer::DrawPlayerHud( const cPlayer &player, int32_t portraitX, int32_t barX ) {
+void cGraphicsLayer::DrawPlayerHud( const cPlayer &player, int32_t portraitX, int32_t barX ) const {
 	const int32_t left = player.GetKind() * CHARACTER_BAND_WIDTH + BODY_SIZE;
 	const int32_t top = player.IsSkillActive() ? SKILL_ROWS_TOP : 0;
 	const cRect portrait = { left, top, left + BODY_SIZE, top + BODY_SIZE };
@@ -72,7 +72,7 @@ void cGraphicsLayer::DrawPlayerHud( const cPlayer &player, int32_t portraitX, in
 	}
 }
 
-void cGraphicsLayer::DrawBar( eTexture which, int32_t length, int32_t barX, int32_t barY ) {
+void cGraphicsLayer::DrawBar( eTexture which, int32_t length, int32_t barX, int32_t barY ) const {
 	const cRect column = { 0, 0, 1, BAR_HEIGHT };
 	const int32_t last = length < LONGEST_BAR ? length : LONGEST_BAR;
 	for ( int32_t i = 0; i <= last; i++ ) {

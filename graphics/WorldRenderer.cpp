@@ -1,7 +1,6 @@
 #include "graphics/GraphicsLayer.h"
 
 #include <cassert>
-#include <cstdlib>
 
 #include "actors/Bullet.h"
 #include "actors/Character.h"
@@ -9,7 +8,6 @@
 #include "actors/Item.h"
 #include "actors/Player.h"
 #include "ai/Enemy.h"
-#include "platform/Clock.h"
 #include "world/Grid.h"
 #include "world/Scene.h"
 
@@ -21,10 +19,6 @@ namespace {
 
 const int32_t VIEW_COLUMNS = VIEW_WIDTH / CELL_SIZE + 1;	// 21: one more for the cut cells
 const int32_t VIEW_ROWS = VIEW_HEIGHT / CELL_SIZE + 1;		// 16
-
-const int32_t BOB_FRAMES_PER_PIXEL = 3;		// in drawn frames
-const int32_t BOB_DEPTH = 6;				// in pixels an item sinks before it jumps back
-const int32_t BOB_RESTART = -9;				// the counter after the deepest point: 3 pixels down
 
 const int32_t ICON_SIZE = 16;				// the exclamation and the query, in pixels
 const int32_t WTF_SIZE = 32;				// in pixels
@@ -44,19 +38,11 @@ void CutCell( int32_t index, int32_t last, int32_t offset, int32_t &from, int32_
 	screen = index == 0 ? 0 : index * CELL_SIZE - offset;
 }
 
-// The enemy has just noticed a player: it was unaware, searching or looking around and now chases
-// or attacks.
-bool HasJustNoticed( const cEnemy &enemy ) {
-	const int32_t before = enemy.GetPreviousAiState();
-	const int32_t now = enemy.GetAiState();
-	const bool wasCalm = before == AI_UNAWARE || before == AI_SEARCH || before == AI_LOOK_AROUND;
-	return wasCalm && ( now == AI_CHASE || now == AI_ATTACK );
 }
 
-}
-
-void cGraphicsLayer::RenderWorld( const cScene &scene, tCharacterList &players, tCharacterList &enemies,
-								tBulletList &bullets, tExplosionList &explosions, tItemList &items ) {
+void cGraphicsLayer::RenderWorld( const cScene &scene, const tCharacterList &players, const tCharacterList &enemies,
+								const tBulletList &bullets, const tExplosionList &explosions,
+								const tItemList &items ) const {
 	DrawBaseLayer( scene );
 	DrawObjectLayer( scene );
 	DrawItems( items, scene );
@@ -68,16 +54,16 @@ void cGraphicsLayer::RenderWorld( const cScene &scene, tCharacterList &players, 
 	DrawHud( players );
 }
 
-void cGraphicsLayer::DrawBaseLayer( const cScene &scene ) {
+void cGraphicsLayer::DrawBaseLayer( const cScene &scene ) const {
 	DrawTileLayer( scene.GetBaseMap(), TILES_GROUND, scene );
 }
 
-void cGraphicsLayer::DrawObjectLayer( const cScene &scene ) {
+void cGraphicsLayer::DrawObjectLayer( const cScene &scene ) const {
 	DrawTileLayer( scene.GetObjectMap(), TILES_OBJECTS, scene );
 }
 
 // The roofs of the indoor area vanish while any player, a downed one too, stands under them.
-void cGraphicsLayer::DrawOverLayer( const tCharacterList &players, const cScene &scene ) {
+void cGraphicsLayer::DrawOverLayer( const tCharacterList &players, const cScene &scene ) const {
 	bool indoors = false;
 	for ( const std::unique_ptr<cCharacter> &player : players ) {
 		int32_t column, row;
@@ -91,7 +77,7 @@ void cGraphicsLayer::DrawOverLayer( const tCharacterList &players, const cScene 
 }
 
 // Columns outside, rows inside, as the view's cells come: left to right, top to bottom.
-void cGraphicsLayer::DrawTileLayer( const int32_t *layer, eTileRule rule, const cScene &scene ) {
+void cGraphicsLayer::DrawTileLayer( const int32_t *layer, eTileRule rule, const cScene &scene ) const {
 	assert( layer != nullptr );
 	const int32_t firstColumn = scene.GetCameraCellX();
 	const int32_t firstRow = scene.GetCameraCellY();
@@ -133,26 +119,24 @@ int32_t cGraphicsLayer::GetTileToDraw( int32_t code, eTileRule rule ) const {
 	return tile;
 }
 
-// Items bob while they are in view: the counter moves only when the item is drawn.
-void cGraphicsLayer::DrawItems( tItemList &items, const cScene &scene ) {
+// Items out of view are not drawn; those in view are drawn as deep as their bobbing has them.
+void cGraphicsLayer::DrawItems( const tItemList &items, const cScene &scene ) const {
 	const int32_t cameraX = scene.GetCameraX();
 	const int32_t cameraY = scene.GetCameraY();
-	for ( cItem &item : items ) {
+	for ( const cItem &item : items ) {
 		if ( !item.IsInView( cameraX, cameraY ) ) {
 			continue;
 		}
-		const int32_t bob = std::abs( item.GetBobCounter() / BOB_FRAMES_PER_PIXEL );	// in pixels
 		int32_t x, y;
 		item.GetPosition( x, y );
 		const int32_t left = item.GetKind() * BODY_SIZE;
 		const cRect source = { left, 0, left + BODY_SIZE, BODY_SIZE };
-		Draw( TEX_ITEMS, &source, ToFloat( x - cameraX ), ToFloat( y + bob - cameraY ) );
-		item.SetBobCounter( bob < BOB_DEPTH ? item.GetBobCounter() + 1 : BOB_RESTART );
+		Draw( TEX_ITEMS, &source, ToFloat( x - cameraX ), ToFloat( y + item.GetBob() - cameraY ) );
 	}
 }
 
 // Bullets keep their fractional positions on the screen, and are drawn even when off it.
-void cGraphicsLayer::DrawBullets( const tBulletList &bullets, const cScene &scene ) {
+void cGraphicsLayer::DrawBullets( const tBulletList &bullets, const cScene &scene ) const {
 	for ( const cBullet &bullet : bullets ) {
 		cRect source;
 		float x, y;
@@ -162,8 +146,8 @@ void cGraphicsLayer::DrawBullets( const tBulletList &bullets, const cScene &scen
 }
 
 // Players are drawn wherever they are; lumra hiding with her skill shows through.
-void cGraphicsLayer::DrawPlayers( tCharacterList &players, const cScene &scene ) {
-	for ( std::unique_ptr<cCharacter> &character : players ) {
+void cGraphicsLayer::DrawPlayers( const tCharacterList &players, const cScene &scene ) const {
+	for ( const std::unique_ptr<cCharacter> &character : players ) {
 		cRect source;
 		int32_t x, y;
 		character->GetDrawInfo( source, x, y, scene );
@@ -173,9 +157,9 @@ void cGraphicsLayer::DrawPlayers( tCharacterList &players, const cScene &scene )
 	}
 }
 
-// Enemies out of view are neither drawn nor animated, and their alert is not stamped.
-void cGraphicsLayer::DrawEnemies( tCharacterList &enemies, const cScene &scene ) {
-	for ( std::unique_ptr<cCharacter> &character : enemies ) {
+// Enemies out of view are not drawn.
+void cGraphicsLayer::DrawEnemies( const tCharacterList &enemies, const cScene &scene ) const {
+	for ( const std::unique_ptr<cCharacter> &character : enemies ) {
 		if ( !character->IsInView( scene.GetCameraX(), scene.GetCameraY() ) ) {
 			continue;
 		}
@@ -183,37 +167,30 @@ void cGraphicsLayer::DrawEnemies( tCharacterList &enemies, const cScene &scene )
 		int32_t x, y;
 		character->GetDrawInfo( source, x, y, scene );
 		Draw( TEX_CHARACTERS, &source, ToFloat( x ), ToFloat( y ) );
-		cEnemy *enemy = dynamic_cast<cEnemy *>( character.get() );
+		const cEnemy *enemy = dynamic_cast<const cEnemy *>( character.get() );
 		if ( enemy != nullptr ) {
 			DrawAlertIcon( *enemy, x, y );
 		}
 	}
 }
 
-// At most one icon: the exclamation for a while after the enemy noticed a player, else the query
-// while it searches or the WTF while it looks around. The elapsed time is taken as an unsigned
-// difference, so the clock's wrap-around does not stop the exclamation early.
-void cGraphicsLayer::DrawAlertIcon( cEnemy &enemy, int32_t screenX, int32_t screenY ) {
-	if ( HasJustNoticed( enemy ) ) {
-		enemy.MarkAlert();
-	}
-	const uint32_t sinceAlert = GetTickCount() - enemy.GetAlertTime();		// in msec
+// The icon the enemy's step chose, above its head.
+void cGraphicsLayer::DrawAlertIcon( const cEnemy &enemy, int32_t screenX, int32_t screenY ) const {
 	const float iconX = ToFloat( screenX + ICON_OFFSET_X );
 	const float iconY = ToFloat( screenY + ICON_OFFSET_Y );
 	const cRect small = { 0, 0, ICON_SIZE, ICON_SIZE };
-	if ( sinceAlert < ALERT_TIME ) {
-		Draw( TEX_EXCLAMATION, &small, iconX, iconY );
-	} else if ( enemy.GetAiState() == AI_SEARCH ) {
-		Draw( TEX_QUERY, &small, iconX, iconY );
-	} else if ( enemy.GetAiState() == AI_LOOK_AROUND ) {
-		const cRect wtf = { 0, 0, WTF_SIZE, WTF_SIZE };
-		Draw( TEX_WTF, &wtf, ToFloat( screenX ), iconY );
+	const cRect wtf = { 0, 0, WTF_SIZE, WTF_SIZE };
+	switch ( enemy.GetAlertIcon() ) {
+		case ALERT_ICON_EXCLAMATION:	Draw( TEX_EXCLAMATION, &small, iconX, iconY ); break;
+		case ALERT_ICON_QUERY:			Draw( TEX_QUERY, &small, iconX, iconY ); break;
+		case ALERT_ICON_WTF:			Draw( TEX_WTF, &wtf, ToFloat( screenX ), iconY ); break;
+		case ALERT_ICON_NONE:			break;
 	}
 }
 
-// Drawing an explosion moves its animation on.
-void cGraphicsLayer::DrawExplosions( tExplosionList &explosions, const cScene &scene ) {
-	for ( cExplosion &explosion : explosions ) {
+// Explosions are drawn wherever they are.
+void cGraphicsLayer::DrawExplosions( const tExplosionList &explosions, const cScene &scene ) const {
+	for ( const cExplosion &explosion : explosions ) {
 		cRect source;
 		int32_t x, y;
 		explosion.GetDrawInfo( source, x, y, scene );

@@ -33,6 +33,14 @@ public:
 	// window lost the keyboard focus or was minimised, a pad in use was unplugged); reading clears it.
 	virtual bool	TakePauseRequest() { return false; }
 
+	// Pads: a new game of 1 or 2 players gives the pads their players again; the player (1 or 2)
+	// was hit, a pad of that player that can rumble does so briefly. Without pads, nothing.
+	virtual void	SetPlayerCount( int ) {}
+	virtual void	Rumble( int ) {}
+	// Before each poll: whether the last frame was a step of play, where a pad's stick walks and
+	// its south button fires, rather than moving the cursor and clicking.
+	virtual void	SetPlaying( bool ) {}
+
 	// The failing call and the platform's text, for the log.
 	virtual const char *GetErrorCode() const = 0;
 	virtual const char *GetErrorText() const = 0;

@@ -33,6 +33,9 @@ bool cInputLayer::Release() {
 bool cInputLayer::Read() {
 	cLog::Instance();
 	pauseRequested = backend != nullptr && backend->TakePauseRequest();
+	if ( backend != nullptr ) {
+		backend->SetPlaying( keyboard && keyboard->TakeStateSaved() );
+	}
 	if ( keyboard && !keyboard->Read() ) {
 		cLog::Write( "Error reading from keyboard device!" );
 		return false;
@@ -101,5 +104,17 @@ void cInputLayer::GetMousePosition( int32_t &x, int32_t &y ) const {
 	y = 0;
 	if ( mouse ) {
 		mouse->GetPosition( x, y );
+	}
+}
+
+void cInputLayer::SetPlayerCount( int count ) {
+	if ( backend != nullptr ) {
+		backend->SetPlayerCount( count );
+	}
+}
+
+void cInputLayer::Rumble( int player ) {
+	if ( backend != nullptr ) {
+		backend->Rumble( player );
 	}
 }

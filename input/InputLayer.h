@@ -36,6 +36,10 @@ public:
 	void			GetMousePosition( int32_t &x, int32_t &y ) const;
 	// Whether the last Read saw the player leave the controls: the game pauses as for Escape.
 	bool			IsPauseRequested() const { return pauseRequested; }
+	// A new game of 1 or 2 players begins: the pads are handed to the players again.
+	void			SetPlayerCount( int count );
+	// The player (1 or 2) was hit: a short, light rumble of the player's pad.
+	void			Rumble( int player );
 
 private:
 	std::unique_ptr<cKeyboard>	keyboard;

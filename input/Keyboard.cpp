@@ -74,6 +74,13 @@ bool cKeyboard::KeyChanged( int key ) const {
 
 void cKeyboard::SaveState() {
 	std::memcpy( previous, current, sizeof( previous ) );
+	saved = true;
+}
+
+bool cKeyboard::TakeStateSaved() {
+	const bool wasSaved = saved;
+	saved = false;
+	return wasSaved;
 }
 
 void cKeyboard::SetKey( int key, bool down ) {

@@ -20,6 +20,8 @@ public:
 	bool			KeyUp( int key ) const;
 	bool			KeyChanged( int key ) const;
 	void			SaveState();
+	// Whether SaveState ran since the last call: only a step of play saves the state.
+	bool			TakeStateSaved();
 
 	// Scripted states for tests and tools: a key held (0x80) or released.
 	void			SetKey( int key, bool down );
@@ -32,4 +34,5 @@ private:
 	cInputBackend *	backend;
 	uint8_t			current[256] = {};
 	uint8_t			previous[256] = {};
+	bool			saved = false;
 };

@@ -53,8 +53,8 @@ void cLog::WriteError( const char *text, const char *code, const char *descripti
 }
 
 void cLog::Restart( const std::string &path ) {
-	Instance();
 	logPath = path;
+	Instance();
 	Truncate();
 }
 
@@ -62,10 +62,12 @@ const std::string &cLog::GetPath() {
 	return logPath;
 }
 
-// An entry that cannot be written (a read-only folder, a full disk) is dropped: the game goes on.
+// An entry that the file cannot take (a read-only folder, no folder at all) goes to standard
+// error instead: the game goes on either way.
 void cLog::Append( const char *entry ) {
-	FILE *file = std::fopen( logPath.c_str(), "a+" );
+	FILE *file = logPath.empty() ? nullptr : std::fopen( logPath.c_str(), "a+" );
 	if ( file == nullptr ) {
+		std::fputs( entry, stderr );
 		return;
 	}
 	std::fwrite( entry, 1, std::strlen( entry ), file );
@@ -73,6 +75,9 @@ void cLog::Append( const char *entry ) {
 }
 
 void cLog::Truncate() {
+	if ( logPath.empty() ) {
+		return;
+	}
 	FILE *file = std::fopen( logPath.c_str(), "w" );
 	if ( file != nullptr ) {
 		std::fclose( file );

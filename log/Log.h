@@ -1,6 +1,8 @@
 #pragma once
-// cLog appends the failures of the running game to log.txt in the working directory.
-// The file is emptied by the first Instance() of a run, so it only ever holds the last run.
+// cLog appends the failures of the running game to log.txt, in the working directory unless the
+// program points it elsewhere before its first entry. The file is emptied by the first Instance()
+// of a run, so it only ever holds the last run. Entries that cannot be written to the file go to
+// standard error.
 
 #include <string>
 
@@ -13,7 +15,8 @@ public:
 	// One three-line block: the step that failed, the failing call with its result, the platform's text.
 	static void		WriteError( const char *text, const char *code, const char *description );
 
-	// Points the log at another file and empties it, as a new run would; used by tests.
+	// Points the log at another file and empties it, as a new run would; an empty path sends the
+	// entries to standard error. Called first, it is the only file the run touches.
 	static void		Restart( const std::string &path );
 	static const std::string &GetPath();
 

@@ -1,7 +1,6 @@
 #include "platform/Clock.h"
 
 #include <chrono>
-#include <thread>
 
 namespace {
 
@@ -13,7 +12,6 @@ public:
 		return static_cast<uint32_t>( std::chrono::duration_cast<std::chrono::milliseconds>( sinceStart ).count() );
 	}
 	std::time_t GetCalendarTime() override { return std::time( nullptr ); }
-	void Sleep( uint32_t msec ) override { std::this_thread::sleep_for( std::chrono::milliseconds( msec ) ); }
 };
 
 cStandardClock standardClock;
@@ -23,12 +21,6 @@ cClock *currentClock = &standardClock;
 
 cManualClock::cManualClock( uint32_t startMsec, std::time_t calendarSeconds )
 	: now( startMsec ), calendar( calendarSeconds ) {
-}
-
-void cManualClock::Sleep( uint32_t msec ) {
-	const uint32_t step = msec > 0 ? msec : 1;
-	now += step;
-	slept += step;
 }
 
 void SetClock( cClock *clock ) {

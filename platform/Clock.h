@@ -1,6 +1,5 @@
 #pragma once
-// The game's two clocks: the millisecond tick count that paces frames and times skills and
-// end screens, and the calendar second that seeds the random draws. Tests and headless tools
+// The game's two clocks: the millisecond tick count that times skills, alerts and end screens, and the calendar second that seeds the random draws. Tests and headless tools
 // install a clock of their own; the game installs the SDL one.
 
 #include <cstdint>
@@ -11,27 +10,22 @@ public:
 	virtual				~cClock() = default;
 	virtual uint32_t	GetTickCount() = 0;		// in msec, wraps around after 49.7 days
 	virtual std::time_t	GetCalendarTime() = 0;	// in whole seconds
-	virtual void		Sleep( uint32_t msec ) = 0;
 };
 
-// A clock that moves only when told to; Sleep advances it by the time asked (at least 1 msec,
-// so that a wait loop on it always ends).
+// A clock that moves only when told to.
 class cManualClock : public cClock {
 public:
 	explicit			cManualClock( uint32_t startMsec = 0, std::time_t calendar = 1700000000 );
 	uint32_t			GetTickCount() override { return now; }
 	std::time_t			GetCalendarTime() override { return calendar; }
-	void				Sleep( uint32_t msec ) override;
 
 	void				SetTickCount( uint32_t msec ) { now = msec; }
 	void				Advance( uint32_t msec ) { now += msec; }
 	void				SetCalendarTime( std::time_t seconds ) { calendar = seconds; }
-	uint32_t			GetSleptTime() const { return slept; }
 
 private:
 	uint32_t			now;
 	std::time_t			calendar;
-	uint32_t			slept = 0;		// in msec, the sum of all Sleep calls
 };
 
 // The clock everything reads. SetClock( nullptr ) returns to the standard library's clock.

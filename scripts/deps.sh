@@ -2,16 +2,20 @@
 # Installs the Debian packages a build needs when they are missing.
 #   scripts/deps.sh play   what building and running the game needs
 #   scripts/deps.sh test   that, plus the test suite's tools (GoogleTest, Xvfb, sanitizers, ...)
+#   scripts/deps.sh package  that of play, plus what makes and checks the Debian package
 set -euo pipefail
 
 play_packages=(g++ cmake make pkg-config libsdl2-dev libsdl2-image-dev libsdl2-mixer-dev)
 test_packages=(googletest libgtest-dev libbenchmark-dev libtcod-dev libsdl2-ttf-dev fonts-dejavu-core
-               xvfb xauth xdotool x11-utils x11-apps xfonts-base imagemagick clang libclang-rt-14-dev)
+               xvfb xauth xdotool x11-utils x11-apps xfonts-base imagemagick clang libclang-rt-14-dev
+               desktop-file-utils appstream)
+package_packages=(dpkg-dev file lintian)
 
 case "${1:-play}" in
   play) wanted=("${play_packages[@]}") ;;
   test) wanted=("${play_packages[@]}" "${test_packages[@]}") ;;
-  *) echo "usage: $0 play|test" >&2; exit 2 ;;
+  package) wanted=("${play_packages[@]}" "${package_packages[@]}") ;;
+  *) echo "usage: $0 play|test|package" >&2; exit 2 ;;
 esac
 
 missing=()

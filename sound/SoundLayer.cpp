@@ -18,6 +18,10 @@ const char *const SOUND_FILES[SOUND_COUNT] = {
 
 }
 
+std::string cSoundLayer::GetSoundFolder( const std::string &root ) {
+	return root + ( SOUND_FOLDER + 1 );	// the folder's path starts with "."
+}
+
 bool cSoundLayer::Init( cSoundBackend *soundBackend ) {
 	enabled = true;
 	heartbeatPlaying = false;

@@ -3,6 +3,7 @@
 // one looping music at a time. A layer whose device could not be opened does nothing, silently.
 
 #include <cstdint>
+#include <string>
 
 #include "sound/SoundIds.h"
 
@@ -21,6 +22,8 @@ public:
 	bool				Init( cSoundBackend *backend );
 	// From the game's audio folder, or from another folder holding the same fifteen files.
 	bool				LoadSounds( const char *folder = SOUND_FOLDER );
+	// The audio folder of the resource tree under root, with its trailing slash.
+	static std::string	GetSoundFolder( const std::string &root );
 	bool				LoadWave( const char *path, int slot );
 	bool				PlayMusic( int id );
 	bool				PlaySound( int id, bool loop );

@@ -80,6 +80,10 @@ cScene::cScene()
 	: cScene( std::string( DEFAULT_MAP_FOLDER ) ) {
 }
 
+std::string cScene::GetMapFolder( const std::string &root ) {
+	return root + ( DEFAULT_MAP_FOLDER + 1 );	// the folder's path starts with "."
+}
+
 // Every file is tried, so that the log names each broken one.
 cScene::cScene( const std::string &mapFolder )
 	: cScene( cEmptyTag() ) {

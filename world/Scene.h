@@ -16,6 +16,8 @@ public:
 
 	// Loads the level's four map files from ./resources/map/.
 						cScene();
+	// The map folder of the resource tree under root, with its trailing slash.
+	static std::string	GetMapFolder( const std::string &root );
 	// Loads basemap.txt, objectmap.txt, walkmap.txt and overmap.txt from another folder
 	// (written with its trailing slash).
 	explicit			cScene( const std::string &mapFolder );

@@ -99,6 +99,10 @@ bool cSdlGraphicsBackend::CreateDevice( bool ) {
 	if ( SDL_RenderSetLogicalSize( renderer, VIEW_WIDTH, VIEW_HEIGHT ) != 0 ) {
 		return Fail( "SDL_RenderSetLogicalSize()" );
 	}
+	// The window waited hidden until now: making the renderer may have made SDL replace it.
+	if ( window != nullptr ) {
+		SDL_ShowWindow( window->GetWindow() );
+	}
 	return true;
 }
 

@@ -29,6 +29,7 @@ bool cScriptedInputBackend::ReadKeyboard( uint8_t state[256] ) {
 		return false;
 	}
 	std::memcpy( state, keys, sizeof( keys ) );
+	pads.PressKeys( state );
 	return true;
 }
 
@@ -36,7 +37,16 @@ bool cScriptedInputBackend::ReadMouse( cMouseReading &reading ) {
 	if ( failReads ) {
 		return false;
 	}
+	int32_t dx = 0;
+	int32_t dy = 0;
+	pads.GetCursorStep( dx, dy );
+	if ( dx != 0 || dy != 0 ) {
+		SetMousePosition( mouse.x + dx, mouse.y + dy );
+	}
 	reading = mouse;
+	if ( pads.IsClickHeld() ) {
+		reading.buttons[0] = 0x80;
+	}
 	return true;
 }
 
@@ -50,4 +60,17 @@ bool cScriptedInputBackend::TakePauseRequest() {
 	const bool requested = pauseRequest;
 	pauseRequest = false;
 	return requested;
+}
+
+void cScriptedInputBackend::UnplugPad( int id ) {
+	if ( pads.Disconnect( id ) ) {
+		pauseRequest = true;
+	}
+}
+
+// Only a pad plugged in for the player rumbles.
+void cScriptedInputBackend::Rumble( int player ) {
+	if ( pads.GetPad( player ) != cPads::NO_PAD ) {
+		rumbles[player - 1]++;
+	}
 }

@@ -1,9 +1,11 @@
 #pragma once
-// Input for tests and headless tools: the keys and the mouse are whatever the script set last.
+// Input for tests and headless tools: the keys, the mouse and the pads are whatever the script set
+// last. Scripted pads go through the same mapping and seats as real ones.
 
 #include <string>
 
 #include "input/InputBackend.h"
+#include "input/Pads.h"
 
 class cScriptedInputBackend : public cInputBackend {
 public:
@@ -13,6 +15,11 @@ public:
 	void			SetButton( int button, bool down );
 	void			SetFailReads( bool fail ) { failReads = fail; }	// every poll fails, retries too
 	void			RequestPause() { pauseRequest = true; }			// as a lost focus would
+	// A pad plugged in, its state, unplugged (a pause request when it drove a player).
+	void			PlugPad( int id, const std::string &identity ) { pads.Connect( id, identity ); }
+	void			SetPad( int id, const cPadState &state ) { pads.SetState( id, state ); }
+	void			UnplugPad( int id );
+	const cPads &	GetPads() const { return pads; }
 
 	bool			AcquireKeyboard() override { return !failReads; }
 	bool			UnacquireKeyboard() override { return true; }
@@ -22,10 +29,14 @@ public:
 	bool			ReadMouse( cMouseReading &reading ) override;
 	void			WarpMouse( int32_t x, int32_t y ) override;
 	bool			TakePauseRequest() override;
+	void			SetPlayerCount( int count ) override { pads.SetPlayerCount( count ); }
+	void			SetPlaying( bool playing ) override { pads.SetPlaying( playing ); }
+	void			Rumble( int player ) override;
 	const char *	GetErrorCode() const override { return "scripted failure"; }
 	const char *	GetErrorText() const override { return "the script made the device fail"; }
 
 	int				GetWarpCount() const { return warps; }
+	int				GetRumbleCount( int player ) const { return player == 1 || player == 2 ? rumbles[player - 1] : 0; }
 
 private:
 	uint8_t			keys[256] = {};
@@ -33,4 +44,6 @@ private:
 	bool			failReads = false;
 	bool			pauseRequest = false;
 	int				warps = 0;
+	cPads			pads;
+	int				rumbles[2] = {};	// of the pad of player 1 and of player 2
 };

@@ -2,9 +2,11 @@
 
 #include <SDL.h>
 
+#include <algorithm>
 #include <cstring>
 
 #include "input/sdl/ScancodeMap.h"
+#include "log/Log.h"
 #include "platform/sdl/SdlWindow.h"
 
 namespace {
@@ -28,9 +30,51 @@ bool IsLeavingWindow( Uint8 windowEvent ) {
 		|| windowEvent == SDL_WINDOWEVENT_HIDDEN;
 }
 
+// The pad's controls by SDL's names, in the order of the game's pad state.
+const SDL_GameControllerAxis PAD_AXES[PAD_AXIS_COUNT] = {
+	SDL_CONTROLLER_AXIS_LEFTX, SDL_CONTROLLER_AXIS_LEFTY, SDL_CONTROLLER_AXIS_TRIGGERLEFT, SDL_CONTROLLER_AXIS_TRIGGERRIGHT,
+};
+const SDL_GameControllerButton PAD_BUTTONS[PAD_BUTTON_COUNT] = {
+	SDL_CONTROLLER_BUTTON_A, SDL_CONTROLLER_BUTTON_B, SDL_CONTROLLER_BUTTON_X, SDL_CONTROLLER_BUTTON_Y,
+	SDL_CONTROLLER_BUTTON_LEFTSHOULDER, SDL_CONTROLLER_BUTTON_START, SDL_CONTROLLER_BUTTON_DPAD_UP,
+	SDL_CONTROLLER_BUTTON_DPAD_DOWN, SDL_CONTROLLER_BUTTON_DPAD_LEFT, SDL_CONTROLLER_BUTTON_DPAD_RIGHT,
+};
+
+int PadButton( Uint8 sdlButton ) {
+	for ( int button = 0; button < PAD_BUTTON_COUNT; button++ ) {
+		if ( PAD_BUTTONS[button] == sdlButton ) {
+			return button;
+		}
+	}
+	return -1;
+}
+
+// The make's GUID and, where the pad reports one, its serial number.
+std::string GetPadIdentity( SDL_GameController *controller ) {
+	char guid[33] = {};
+	SDL_JoystickGetGUIDString( SDL_JoystickGetGUID( SDL_GameControllerGetJoystick( controller ) ), guid, sizeof( guid ) );
+	const char *serial = SDL_GameControllerGetSerial( controller );
+	return std::string( guid ) + "/" + ( serial != nullptr ? serial : "" );
+}
+
+void LogUnknownJoystick( int deviceIndex ) {
+	char guid[33] = {};
+	SDL_JoystickGetGUIDString( SDL_JoystickGetDeviceGUID( deviceIndex ), guid, sizeof( guid ) );
+	const char *name = SDL_JoystickNameForIndex( deviceIndex );
+	const std::string line = std::string( "Pad not recognised, unused: " ) + ( name != nullptr ? name : "unnamed" )
+							 + " (GUID " + guid + "); SDL_GAMECONTROLLERCONFIG can map it";
+	cLog::Write( line.c_str() );
+}
+
 }
 
 cSdlInputBackend::cSdlInputBackend( const cSdlWindow &gameWindow ) : window( gameWindow ) {
+}
+
+cSdlInputBackend::~cSdlInputBackend() {
+	for ( const cController &pad : controllers ) {
+		SDL_GameControllerClose( pad.controller );
+	}
 }
 
 void cSdlInputBackend::HandleEvent( const SDL_Event &event ) {
@@ -46,6 +90,79 @@ void cSdlInputBackend::HandleEvent( const SDL_Event &event ) {
 		if ( button >= 0 ) {
 			buttonPressed[button] = true;
 		}
+	} else if ( event.type == SDL_CONTROLLERDEVICEADDED ) {
+		OpenPad( event.cdevice.which );
+	} else if ( event.type == SDL_CONTROLLERDEVICEREMOVED ) {
+		ClosePad( event.cdevice.which );
+	} else if ( event.type == SDL_CONTROLLERBUTTONDOWN ) {
+		const int button = PadButton( event.cbutton.button );
+		for ( cController &pad : controllers ) {
+			if ( pad.id == event.cbutton.which && button >= 0 ) {
+				pad.tapped[button] = true;
+			}
+		}
+	} else if ( event.type == SDL_JOYDEVICEADDED && !SDL_IsGameController( event.jdevice.which ) ) {
+		LogUnknownJoystick( event.jdevice.which );
+	}
+}
+
+void cSdlInputBackend::OpenPad( int deviceIndex ) {
+	const SDL_JoystickID id = SDL_JoystickGetDeviceInstanceID( deviceIndex );
+	if ( id < 0 || pads.IsConnected( id ) ) {
+		return;		// gone again already, or announced twice
+	}
+	SDL_GameController *controller = SDL_GameControllerOpen( deviceIndex );
+	if ( controller == nullptr ) {
+		const std::string line = std::string( "Error opening pad: " ) + SDL_GetError();
+		cLog::Write( line.c_str() );
+		return;
+	}
+	controllers.push_back( cController{ id, controller, {} } );
+	pads.Connect( id, GetPadIdentity( controller ) );
+}
+
+// The pad's keys are let go at once; the game pauses when the pad drove a player.
+void cSdlInputBackend::ClosePad( SDL_JoystickID id ) {
+	for ( auto pad = controllers.begin(); pad != controllers.end(); ++pad ) {
+		if ( pad->id == id ) {
+			SDL_GameControllerClose( pad->controller );
+			controllers.erase( pad );
+			break;
+		}
+	}
+	if ( pads.Disconnect( id ) ) {
+		pauseRequest = true;
+	}
+}
+
+// A button that went down and up again between two polls still counts once.
+void cSdlInputBackend::PollPads() {
+	const bool heard = ArePadsHeard();
+	for ( cController &pad : controllers ) {
+		cPadState state;
+		for ( int axis = 0; heard && axis < PAD_AXIS_COUNT; axis++ ) {
+			state.axes[axis] = SDL_GameControllerGetAxis( pad.controller, PAD_AXES[axis] );
+		}
+		for ( int button = 0; heard && button < PAD_BUTTON_COUNT; button++ ) {
+			state.buttons[button] = SDL_GameControllerGetButton( pad.controller, PAD_BUTTONS[button] ) != 0 || pad.tapped[button];
+		}
+		std::fill( pad.tapped, pad.tapped + PAD_BUTTON_COUNT, false );
+		pads.SetState( pad.id, state );
+	}
+}
+
+// SDL hands the pads' moves to a window with the focus only, unless told to listen in the background.
+bool cSdlInputBackend::ArePadsHeard() const {
+	return window.HasInputFocus() || SDL_GetHintBoolean( SDL_HINT_JOYSTICK_ALLOW_BACKGROUND_EVENTS, SDL_FALSE );
+}
+
+// Pads that cannot rumble, or a player without a pad, feel nothing.
+void cSdlInputBackend::Rumble( int player ) {
+	const int id = pads.GetPad( player );
+	for ( const cController &pad : controllers ) {
+		if ( pad.id == id ) {
+			SDL_GameControllerRumble( pad.controller, RUMBLE_STRENGTH, RUMBLE_STRENGTH, RUMBLE_TIME );
+		}
 	}
 }
 
@@ -55,8 +172,11 @@ bool cSdlInputBackend::TakePauseRequest() {
 	return requested;
 }
 
+// The pads are polled here, once a frame; the mouse's read that follows uses the same poll.
 bool cSdlInputBackend::ReadKeyboard( uint8_t state[256] ) {
 	std::memset( state, 0, 256 );
+	PollPads();
+	pads.PressKeys( state );
 	if ( !window.HasInputFocus() ) {
 		std::memset( keyPressed, 0, sizeof( keyPressed ) );
 		return true;	// a key held while the focus went elsewhere counts as released
@@ -88,11 +208,26 @@ bool cSdlInputBackend::ReadMouse( cMouseReading &reading ) {
 	int windowX = 0;
 	int windowY = 0;
 	const Uint32 buttons = SDL_GetMouseState( &windowX, &windowY );
+	if ( !ownCursor || windowX != pointerX || windowY != pointerY ) {
+		window.WindowToScreen( windowX, windowY, cursorX, cursorY );
+		ownCursor = false;
+	}
+	pointerX = windowX;
+	pointerY = windowY;
+	int32_t padX = 0;
+	int32_t padY = 0;
+	pads.GetCursorStep( padX, padY );
+	if ( padX != 0 || padY != 0 ) {
+		cursorX += padX;
+		cursorY += padY;
+		ownCursor = true;
+	}
 	reading.hasPosition = true;
-	window.WindowToScreen( windowX, windowY, reading.x, reading.y );
+	reading.x = cursorX;
+	reading.y = cursorY;
 	const Uint32 masks[4] = { SDL_BUTTON_LMASK, SDL_BUTTON_RMASK, SDL_BUTTON_MMASK, SDL_BUTTON_X1MASK };
 	for ( int button = 0; button < 4; button++ ) {
-		const bool held = ( buttons & masks[button] ) != 0 || buttonPressed[button];
+		const bool held = ( buttons & masks[button] ) != 0 || buttonPressed[button] || ( button == 0 && pads.IsClickHeld() );
 		reading.buttons[button] = held ? KEY_HELD : 0;
 		buttonPressed[button] = false;
 	}
@@ -100,6 +235,9 @@ bool cSdlInputBackend::ReadMouse( cMouseReading &reading ) {
 }
 
 void cSdlInputBackend::WarpMouse( int32_t x, int32_t y ) {
+	cursorX = x;
+	cursorY = y;
+	ownCursor = true;
 	if ( window.GetWindow() == nullptr ) {
 		return;
 	}

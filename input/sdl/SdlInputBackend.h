@@ -2,18 +2,26 @@
 // The keyboard and the mouse over SDL: the keyboard state mapped to the game's key codes, the
 // pointer's position mapped to the 640 x 480 screen. A window without the focus reports no key held.
 // A key or button pressed and released between two polls (a touchpad tap) still reads as held once.
+// Game controllers that SDL recognises, plugged in at any moment, add their keys to the keyboard and
+// move and click the cursor (see cPads for which pad drives which player).
 
 #include <SDL_events.h>
+#include <SDL_gamecontroller.h>
 
 #include <string>
+#include <vector>
 
 #include "input/InputBackend.h"
+#include "input/Pads.h"
 
 class cSdlWindow;
 
 class cSdlInputBackend : public cInputBackend {
 public:
 	explicit		cSdlInputBackend( const cSdlWindow &window );
+					~cSdlInputBackend() override;
+					cSdlInputBackend( const cSdlInputBackend & ) = delete;
+	cSdlInputBackend &operator=( const cSdlInputBackend & ) = delete;
 
 	// Every window event passes here before the game's frame polls the devices.
 	void			HandleEvent( const SDL_Event &event );
@@ -27,15 +35,39 @@ public:
 	bool			ReadMouse( cMouseReading &reading ) override;
 	void			WarpMouse( int32_t x, int32_t y ) override;
 	bool			TakePauseRequest() override;
+	void			SetPlayerCount( int count ) override { pads.SetPlayerCount( count ); }
+	void			SetPlaying( bool playing ) override { pads.SetPlaying( playing ); }
+	void			Rumble( int player ) override;
 
 	const char *	GetErrorCode() const override { return errorCode.c_str(); }
 	const char *	GetErrorText() const override { return errorText.c_str(); }
 
 private:
+	static constexpr int	RUMBLE_STRENGTH = 0x3000;	// of 0xFFFF, on both motors: light
+	static constexpr int	RUMBLE_TIME = 150;			// msec
+
+	void				OpenPad( int deviceIndex );
+	void				ClosePad( SDL_JoystickID id );
+	void				PollPads();
+	bool				ArePadsHeard() const;
+
 	const cSdlWindow &	window;
 	bool				keyPressed[256] = {};		// since the last poll, by key code
 	bool				buttonPressed[4] = {};		// since the last poll
-	bool				pauseRequest = false;		// the window lost the focus since the last poll
+	bool				pauseRequest = false;		// the window lost the focus or a pad in use went, since the last poll
+	cPads				pads;
+	struct cController {
+		SDL_JoystickID			id;
+		SDL_GameController *	controller;
+		bool					tapped[PAD_BUTTON_COUNT];	// went down since the last poll
+	};
+	std::vector<cController>	controllers;
+	// The cursor stays where the game or a pad put it until the pointer itself moves.
+	bool				ownCursor = false;
+	int32_t				cursorX = 0;
+	int32_t				cursorY = 0;
+	int					pointerX = -1;				// the pointer's last window position
+	int					pointerY = -1;
 	std::string			errorCode;
 	std::string			errorText;
 };

@@ -3,8 +3,8 @@
 #include "app/GameState.h"
 #include "platform/Platform.h"
 
-cHeadlessGame::cHeadlessGame( cSoundBackend *soundBackend )
-	: clock( 0, CALENDAR_TIME ), sound( soundBackend ) {
+cHeadlessGame::cHeadlessGame( cSoundBackend *soundBackend, cGraphicsBackend *graphicsBackend )
+	: clock( 0, CALENDAR_TIME ), sound( soundBackend ), screen( graphicsBackend != nullptr ? graphicsBackend : &graphics ) {
 	SetClock( &clock );
 	gameState = STATE_MAIN_MENU;
 }
@@ -17,7 +17,7 @@ cHeadlessGame::~cHeadlessGame() {
 
 bool cHeadlessGame::Start( bool fullscreen ) {
 	cPlatform platform;
-	platform.graphics = &graphics;
+	platform.graphics = screen;
 	platform.input = &input;
 	platform.sound = sound;
 	started = game.Init( platform, fullscreen );
@@ -25,7 +25,22 @@ bool cHeadlessGame::Start( bool fullscreen ) {
 }
 
 bool cHeadlessGame::Frame() {
-	return game.Loop();
+	if ( !Step() ) {
+		return false;
+	}
+	game.RenderFrame();
+	return true;
+}
+
+// The clock reads as the real one would: a step that took the manual clock past its 15 msec (a
+// test moving it on) is followed at once by the next.
+bool cHeadlessGame::Step() {
+	const uint32_t start = clock.GetTickCount();
+	const bool going = game.Step();
+	if ( clock.GetTickCount() - start < cGame::FRAME_TIME ) {
+		clock.SetTickCount( start + cGame::FRAME_TIME );
+	}
+	return going;
 }
 
 bool cHeadlessGame::Frames( int count ) {

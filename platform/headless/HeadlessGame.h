@@ -1,7 +1,7 @@
 #pragma once
 // Runs the real cGame frame by frame without a window, for tests and headless tools: scripted keys
-// and mouse, a manual clock that each frame's wait advances by 15 msec, a fixed calendar time, and
-// drawing recorded instead of shown.
+// and mouse, a manual clock that each frame moves on by 15 msec, a fixed calendar time, and
+// drawing recorded instead of shown (or handed to a graphics backend of the caller's).
 
 #include <cstdint>
 
@@ -10,20 +10,24 @@
 #include "input/headless/ScriptedInputBackend.h"
 #include "platform/Clock.h"
 
+class cGraphicsBackend;
 class cSoundBackend;
 
 class cHeadlessGame {
 public:
 	static const std::time_t CALENDAR_TIME = 1700000000;	// in seconds, fixed so that runs repeat
 
-	// sound null runs the game silent; the backend is not owned.
-	explicit				cHeadlessGame( cSoundBackend *sound = nullptr );
+	// sound null runs the game silent; graphics null records the drawing. Neither is owned.
+	explicit				cHeadlessGame( cSoundBackend *sound = nullptr, cGraphicsBackend *graphics = nullptr );
 							~cHeadlessGame();
 							cHeadlessGame( const cHeadlessGame & ) = delete;
 	cHeadlessGame &			operator=( const cHeadlessGame & ) = delete;
 
 	bool					Start( bool fullscreen = false );
-	bool					Frame();						// one cGame::Loop; false when the game ends
+	// One step, then one drawing; false when the game ends.
+	bool					Frame();
+	// One step, with the clock at its end moved on to a whole step's time; false when the game ends.
+	bool					Step();
 	bool					Frames( int count );			// stops early when the game ends
 	// A click is a press seen in one frame and a release seen in the next, at a 640 x 480 point.
 	bool					Click( int32_t x, int32_t y );
@@ -39,6 +43,7 @@ private:
 	cScriptedInputBackend		input;
 	cRecordingGraphicsBackend	graphics;
 	cSoundBackend *				sound;
+	cGraphicsBackend *			screen;			// where the game draws: graphics, or the caller's
 	cGame						game;
 	bool						started = false;
 };

@@ -9,7 +9,3 @@ uint32_t cSdlClock::GetTickCount() {
 std::time_t cSdlClock::GetCalendarTime() {
 	return std::time( nullptr );
 }
-
-void cSdlClock::Sleep( uint32_t msec ) {
-	SDL_Delay( msec );
-}

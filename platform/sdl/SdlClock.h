@@ -1,5 +1,5 @@
 #pragma once
-// The game's clocks over SDL: the tick count from SDL's millisecond timer, sleeps through SDL.
+// The game's clocks over SDL: the tick count from SDL's millisecond timer.
 
 #include "platform/Clock.h"
 
@@ -7,5 +7,4 @@ class cSdlClock : public cClock {
 public:
 	uint32_t		GetTickCount() override;
 	std::time_t		GetCalendarTime() override;
-	void			Sleep( uint32_t msec ) override;
 };

@@ -17,6 +17,10 @@ enum { ANSWER_YES = 1, ANSWER_NO = 2 };
 
 }
 
+cSdlWindow::cSdlWindow( const std::string &dataRoot )
+	: iconPath( dataRoot + ( ICON_PATH + 1 ) ) {	// the icon's path starts with "."
+}
+
 cSdlWindow::~cSdlWindow() {
 	Destroy();
 }
@@ -47,7 +51,7 @@ bool cSdlWindow::Create( bool wantFullscreen ) {
 	fullscreen = wantFullscreen;
 	int width = VIEW_WIDTH;
 	int height = VIEW_HEIGHT;
-	Uint32 flags = SDL_WINDOW_SHOWN;
+	Uint32 flags = SDL_WINDOW_HIDDEN;		// the graphics backend shows it once its renderer is made
 	if ( fullscreen ) {
 		flags |= SDL_WINDOW_FULLSCREEN_DESKTOP;
 	} else {
@@ -69,7 +73,7 @@ bool cSdlWindow::Create( bool wantFullscreen ) {
 
 // A missing icon is no error: the desktop's default icon stays.
 void cSdlWindow::SetIcon() {
-	SDL_Surface *icon = IMG_Load( ICON_PATH );
+	SDL_Surface *icon = IMG_Load( iconPath.c_str() );
 	if ( icon != nullptr ) {
 		SDL_SetWindowIcon( window, icon );
 		SDL_FreeSurface( icon );

@@ -5,18 +5,22 @@
 
 #include <SDL.h>
 
+#include <string>
+
 class cSdlWindow {
 public:
 	static const char *const TITLE;
 	static const char *const ICON_PATH;
 
-					cSdlWindow() = default;
+	// The icon is read from the resource tree under dataRoot.
+	explicit		cSdlWindow( const std::string &dataRoot = "." );
 					~cSdlWindow();
 					cSdlWindow( const cSdlWindow & ) = delete;
 	cSdlWindow &	operator=( const cSdlWindow & ) = delete;
 
 	// "Would you like fullscreen mode?"; any answer but Yes, a failure included, means windowed.
 	static bool		AskFullscreen();
+	// The window is created hidden: it is shown once the renderer is made, so that it appears once.
 	bool			Create( bool fullscreen );
 	void			Destroy();
 
@@ -34,6 +38,7 @@ public:
 private:
 	void			SetIcon();
 
+	std::string		iconPath;
 	SDL_Window *	window = nullptr;
 	bool			fullscreen = false;
 };

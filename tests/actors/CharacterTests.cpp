@@ -48,10 +48,11 @@ protected:
 	}
 	cRect Draw( cCharacter &character ) {
 		cRect rect = { -1, -1, -1, -1 };
+		character.Animate();
 		character.GetDrawInfo( rect, screenX, screenY, *scene );
 		return rect;
 	}
-	// The sheet column shown at each of count draws.
+	// The sheet column shown in each of count steps.
 	std::vector<int32_t> Columns( cCharacter &character, int count ) {
 		std::vector<int32_t> columns;
 		for ( int i = 0; i < count; i++ ) {

@@ -86,10 +86,11 @@ TEST_F( ItemPassTest, AmmunitionAddsSixteenToThirtyFiveSeededByTheSecond ) {
 	}
 }
 
-// Draws until the explosion is finished; the sheet column of each draw.
+// Steps until the explosion is finished; the sheet column shown in each.
 std::vector<int32_t> DrawToTheEnd( cExplosion &explosion, const cScene &scene, cRect &rect, int32_t &sx, int32_t &sy ) {
 	std::vector<int32_t> columns;
 	while ( !explosion.IsFinished() && columns.size() < 1000 ) {
+		explosion.Animate();
 		explosion.GetDrawInfo( rect, sx, sy, scene );
 		columns.push_back( rect.left / 32 );
 	}

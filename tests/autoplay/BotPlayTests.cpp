@@ -155,3 +155,27 @@ TEST( BotLevelTest, WinsTheLevelAloneWithEitherHeroAndTogether ) {
 		EXPECT_EQ( result.doorsClosed, result.doorsAtStart ) << "a door was opened: " << line;
 	}
 }
+
+// The same two-player game with the menus and both players on scripted pads: the pads press the
+// players' keys exactly as the keyboard does, so the game runs frame for frame as on the keys.
+TEST( BotLevelTest, PlaysTheSameGameOnPadsAsOnTheKeys ) {
+	cHeadlessGame headless;
+	headless.GetGraphics().SetRecording( false );
+	ASSERT_TRUE( headless.Start() );
+	ASSERT_TRUE( headless.Frames( 2 ) );
+	cAutoplayGame autoplay( headless );
+	cGameSetup setup;
+	setup.players = 2;
+	setup.difficulty = 1;
+	setup.frameLimit = 12000;
+	cGameResult onKeys;
+	ASSERT_TRUE( autoplay.Play( setup, onKeys ) );
+	setup.pads = true;
+	cGameResult onPads;
+	ASSERT_TRUE( autoplay.Play( setup, onPads ) ) << "the menus did not lead to a game and back on the pads";
+	EXPECT_EQ( onPads.outcome, OUTCOME_VICTORY ) << DescribeResult( setup, onPads );
+	EXPECT_EQ( onPads.frames, onKeys.frames );
+	EXPECT_EQ( onPads.shots, onKeys.shots );
+	EXPECT_EQ( onPads.hitsTaken, onKeys.hitsTaken );
+	EXPECT_EQ( headless.GetInput().GetPads().GetCount(), 0u ) << "the pads were left plugged in";
+}

@@ -3,8 +3,11 @@
 #   run_game.sh GAME SCENARIO RESOURCES ARTEFACTS
 # sigterm:    answer the full-screen question with No, find the 640 x 480 window titled
 #             "Project Kormaveth 2D", check that it is mapped, take a screenshot that must not be
-#             one flat colour, send SIGTERM and expect exit code 0 within 5 s and an empty log.txt.
+#             one flat colour, check that the window found first is still the one mapped, send
+#             SIGTERM and expect exit code 0 and an empty log.txt.
 # quit-click: the same start, then click the main menu's quit entry and expect the same ending.
+# A machine busy with other work can make the game slow to start or to end: every wait polls with
+# a generous limit (WAIT seconds) instead of sleeping for a time that may be too short.
 set -euo pipefail
 game=$1 scenario=$2 resources=$3 artefacts=$4
 if [ -z "${KMVT_INSIDE_XVFB:-}" ]; then
@@ -13,6 +16,7 @@ if [ -z "${KMVT_INSIDE_XVFB:-}" ]; then
 fi
 
 mkdir -p "$artefacts"
+WAIT=60
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 ln -s "$resources" "$work/resources"
@@ -27,30 +31,37 @@ SDL_AUDIODRIVER=dummy "$game" > "$work/stdout.txt" 2>&1 &
 pid=$!
 
 # Windows titled like the game, one "id width height" a line. SDL names its windows in UTF-8,
-# which xdotool's name search does not read; xwininfo does.
+# which xdotool's name search does not read; xwininfo does. A window that vanishes while the tree
+# is listed makes xwininfo fail: the windows listed so far stand, and the caller looks again.
 titled_windows() {
-  xwininfo -root -tree | awk '/"Project Kormaveth 2D"/ { split($(NF-1), size, /[x+]/); print $1, size[1], size[2] }'
+  { xwininfo -root -tree 2>/dev/null || true; } | awk '/"Project Kormaveth 2D"/ { split($(NF-1), size, /[x+]/); print $1, size[1], size[2] }'
 }
 
 # The question comes first, in a small window of its own with the game's caption.
 question=""
-for _ in $(seq 1 200); do
+deadline=$((SECONDS + WAIT))
+while [ $SECONDS -lt $deadline ]; do
   question=$(titled_windows | awk '$2 < 640 { print $1; exit }')
   [ -n "$question" ] && break
   kill -0 "$pid" 2>/dev/null || fail "the game ended before asking: $(cat "$work/stdout.txt")"
   sleep 0.1
 done
 [ -n "$question" ] || fail "the full-screen question never appeared"
-sleep 0.3
-xdotool windowfocus "$question" 2>/dev/null || true
-xdotool key Escape
+# Escape answers No. A question not yet ready for keys misses it: while the question is still
+# there a second later, it is answered again.
+answer() {
+  xdotool windowfocus "$question" 2>/dev/null || true
+  xdotool key Escape
+  answered=$SECONDS
+}
+answer
 
 # Then the game's window: the one whose size is a whole multiple of 640 x 480, once it is mapped.
-# The first window of that size may not be the last: creating an accelerated renderer can make
-# SDL replace the window with one that suits it, so a window that vanishes is looked for again.
+# The game shows its window only once the renderer is made, so the first one mapped is the one.
 is_viewable() { xwininfo -id "$1" 2>/dev/null | grep -q "Map State: IsViewable"; }
 window="" sized=""
-for _ in $(seq 1 100); do
+deadline=$((SECONDS + WAIT))
+while [ $SECONDS -lt $deadline ]; do
   while read -r id width height; do
     if [ $((width % 640)) -eq 0 ] && [ $((width / 640 * 480)) -eq "$height" ]; then
       sized=$id
@@ -59,19 +70,32 @@ for _ in $(seq 1 100); do
   done < <(titled_windows)
   [ -n "$window" ] && break
   kill -0 "$pid" 2>/dev/null || fail "the game ended before its window appeared: $(cat "$work/stdout.txt")"
+  if [ $SECONDS -gt $((answered + 1)) ] && xwininfo -id "$question" > /dev/null 2>&1; then
+    answer
+  fi
   sleep 0.1
 done
 [ -n "$sized" ] || fail "no window of 640 x 480 (or a whole multiple) titled Project Kormaveth 2D"
 [ -n "$window" ] || fail "the window is not mapped"
-sleep 1
 shot="$artefacts/$scenario-main-menu.png"
 # ImageMagick's own convert (the plain name may be shadowed by another tool); xwd grabs the window.
 convert=$(command -v convert-im6.q16 || command -v convert)
-timeout 10 xwd -silent -id "$window" | timeout 10 "$convert" xwd:- "$shot" \
-  || fail "no screenshot of the window could be taken"
-# The main menu is a picture: a screen of one flat colour (black when nothing was drawn) is a fault.
-spread=$("$convert" "$shot" -format '%[fx:standard_deviation]' info:) || fail "the screenshot cannot be read"
+# The main menu is a picture: a screen of one flat colour (black when nothing was drawn yet) is a
+# fault once the game has had the whole wait to draw it.
+spread=0
+deadline=$((SECONDS + WAIT))
+while [ $SECONDS -lt $deadline ]; do
+  timeout 10 xwd -silent -id "$window" | timeout 10 "$convert" xwd:- "$shot" \
+    || fail "no screenshot of the window could be taken"
+  spread=$("$convert" "$shot" -format '%[fx:standard_deviation]' info:) || fail "the screenshot cannot be read"
+  awk -v s="$spread" 'BEGIN { exit !(s > 0) }' && break
+  sleep 0.2
+done
 awk -v s="$spread" 'BEGIN { exit !(s > 0) }' || fail "the screenshot of the main menu is one flat colour ($shot)"
+# The window seen first is the one that stays: no other game-sized window came after it.
+is_viewable "$window" || fail "the window $window found at start is no longer mapped"
+others=$(titled_windows | awk -v w="$window" '$1 != w && $2 >= 640 { print $1 }')
+[ -z "$others" ] || fail "another game window appeared beside $window: $others"
 
 case "$scenario" in
   sigterm)
@@ -84,13 +108,14 @@ case "$scenario" in
   *) fail "unknown scenario" ;;
 esac
 
-for _ in $(seq 1 50); do
+deadline=$((SECONDS + WAIT))
+while [ $SECONDS -lt $deadline ]; do
   kill -0 "$pid" 2>/dev/null || break
   sleep 0.1
 done
 if kill -0 "$pid" 2>/dev/null; then
   kill -KILL "$pid"
-  fail "the game was still running 5 s after it was told to end"
+  fail "the game was still running $WAIT s after it was told to end"
 fi
 status=0
 wait "$pid" || status=$?

@@ -1,14 +1,20 @@
-// The game's start, frame and shut-down: the layers' set-up order and failures, the frame's length
-// on the millisecond clock (also across its wrap-around), and the state changes that need no level.
+// The game's start, pacing and shut-down: the layers' set-up order and failures, the steps' deadline
+// and what a late frame does to it, and the state changes that need no level.
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 
+#include <string>
+#include <vector>
+
 #include "LogCapture.h"
+#include "app/FrameClient.h"
+#include "app/FrameLoop.h"
 #include "app/GameState.h"
 #include "input/KeyCodes.h"
 #include "platform/headless/HeadlessGame.h"
+#include "platform/headless/SimulatedClock.h"
 
 TEST( GameStart, FailingGraphicsEndsTheStartWithItsLogLines ) {
 	cLogCapture log;
@@ -55,24 +61,88 @@ TEST( GameStart, ShutDownGivesBackEveryPictureAndTheDevice ) {
 	EXPECT_FALSE( headless.GetGraphics().IsDeviceReady() );
 }
 
-TEST( GameFrame, LastsFifteenMillisecondsAcrossTheClockWrapAround ) {
-	cHeadlessGame headless;
-	ASSERT_TRUE( headless.Start() );
-	const uint32_t start = 0xFFFFFFF5u;
-	headless.GetClock().SetTickCount( start );
-	ASSERT_TRUE( headless.Frame() );
-	EXPECT_EQ( headless.GetClock().GetTickCount(), start + 15u ) << "the frame ends 15 msec after it began";
-	EXPECT_EQ( headless.GetClock().GetTickCount(), 4u ) << "and the clock wrapped meanwhile";
-	EXPECT_EQ( headless.GetGraphics().GetFrameCount(), 1 );
+namespace {
+
+// Steps and frames on a simulated clock, written down as they come: "s" a step, "F" a frame. Each
+// present takes presentTime; the frame numbered stallFrame takes stallTime instead.
+class cScriptedFrames : public cFrameClient {
+public:
+	cScriptedFrames( cSimulatedClock &clock, int steps, int64_t presentTime )
+		: clock( clock ), stepsLeft( steps ), presentTime( presentTime ) {}
+	bool HandleEvents() override { return true; }
+	bool Step() override {
+		log += "s";
+		stepTimes.push_back( clock.GetNanoseconds() );
+		return --stepsLeft > 0;
+	}
+	bool IsFrameWanted() override { return true; }
+	void DrawFrame() override {
+		log += "F";
+		clock.Advance( frames++ == stallFrame ? stallTime : presentTime );
+	}
+
+	cSimulatedClock &		clock;
+	int						stepsLeft;
+	int64_t					presentTime;
+	int						frames = 0;
+	int						stallFrame = -1;
+	int64_t					stallTime = 0;
+	std::string				log;
+	std::vector<int64_t>	stepTimes;
+};
+
+const int64_t MSEC = 1000000;		// in nsec
+
 }
 
-TEST( GameFrame, WaitSleepsAllButTheLastMoments ) {
+// The deadline: one step every 15 msec whatever the present costs, the missed steps run before
+// the next frame, never more than four, and what is beyond four is dropped rather than owed.
+TEST( FrameLoop, StepsKeepTheirDeadlineAndCatchUpAtMostFourBeforeAFrame ) {
+	struct cCase {
+		const char *	name;
+		int64_t			present;		// in nsec
+		int64_t			stall;			// in nsec, taken by the second frame
+		const char *	expected;
+	};
+	const cCase cases[] = {
+		{ "a present that does not wait", 0, 0, "sFsFsFsFsFsFsFsF" },
+		{ "a 50 Hz present, 20 msec: two steps every third frame", 20 * MSEC, 20 * MSEC, "sFsFsFssFsFsFs" },
+		{ "a 40 msec stall after the second step", 0, 40 * MSEC, "sFsFssFsFsFsFsF" },
+		{ "a 200 msec stall: four steps, the rest dropped", 0, 200 * MSEC, "sFsFssssFsFsF" },
+	};
+	for ( const cCase &c : cases ) {
+		cSimulatedClock clock;
+		cScriptedFrames frames( clock, 9, c.present );
+		frames.stallFrame = 1;
+		frames.stallTime = c.stall;
+		cFrameLoop loop( clock );
+		loop.Run( frames );
+		EXPECT_EQ( frames.log, std::string( c.expected ) + "s" ) << c.name;
+	}
+}
+
+TEST( FrameLoop, ARunOfStepsKeepsSixtySixAndTwoThirdsAStepOnASlowDisplay ) {
+	cSimulatedClock clock;
+	cScriptedFrames frames( clock, 2001, 20 * MSEC );	// every present waits for a 50 Hz refresh
+	cFrameLoop loop( clock );
+	loop.Run( frames );
+	const int64_t span = frames.stepTimes.back() - frames.stepTimes.front();
+	EXPECT_EQ( span / 2000, cFrameLoop::STEP_TIME ) << "2000 steps in 30 s of the display's time";
+	EXPECT_LE( std::count( frames.log.begin(), frames.log.end(), 'F' ), 2000 * 15 / 20 + 1 ) << "one frame a refresh";
+}
+
+// The game's tick count is the game's: the loop never reads it, so its wrap-around holds nothing up.
+TEST( FrameLoop, TheTickCountWrappingDuringPlayStallsNothing ) {
 	cHeadlessGame headless;
 	ASSERT_TRUE( headless.Start() );
-	const uint32_t sleptBefore = headless.GetClock().GetSleptTime();
+	headless.GetClock().SetTickCount( 0xFFFFFFF5u );
 	ASSERT_TRUE( headless.Frame() );
-	// 14 msec asleep in one go, then one 1-msec spin: the wait does not hold the processor.
-	EXPECT_EQ( headless.GetClock().GetSleptTime() - sleptBefore, 15u );
+	EXPECT_EQ( headless.GetClock().GetTickCount(), 4u ) << "a step ends 15 msec after it began, past the wrap";
+	gameState = STATE_DEFEAT;		// ended at tick 0 by the game's clock
+	ASSERT_TRUE( headless.Frames( 400 ) );
+	EXPECT_EQ( gameState, STATE_DEFEAT ) << "the end screen waits its 7500 msec across the wrap";
+	ASSERT_TRUE( headless.Frames( 101 ) );
+	EXPECT_EQ( gameState, STATE_MAIN_MENU );
 }
 
 TEST( GameStates, EscapePausesAndThePauseScreenResumes ) {

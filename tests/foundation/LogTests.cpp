@@ -1,5 +1,5 @@
 // The error log: emptied at every start, one entry per line, three-line error blocks, long entries
-// cut, and a log that cannot be written never stops the game.
+// cut, and a log that cannot be written never stops the game: its entries go to standard error.
 
 #include <gtest/gtest.h>
 
@@ -49,12 +49,18 @@ TEST( Log, NullTextsWriteEmptyFields ) {
 	EXPECT_EQ( log.GetText(), "Error: Creating DI object\nCode: \nDescription: \n" );
 }
 
-TEST( Log, UnwritableLogDropsEntriesWithoutFailing ) {
+TEST( Log, EntriesTheFileCannotTakeGoToStandardError ) {
 	cTempDir folder;
 	const std::string missingFolderLog = folder.GetFile( "no/such/folder/log.txt" );
-	cLog::Restart( missingFolderLog );
-	cLog::Write( "Error initializing Graphics!" );
-	cLog::WriteError( "Creating Direct3D device", "code", "text" );
+	for ( const std::string &path : { missingFolderLog, std::string() } ) {	// no file, or no folder for one
+		cLog::Restart( path );
+		testing::internal::CaptureStderr();
+		cLog::Write( "Error initializing Graphics!" );
+		cLog::WriteError( "Creating Direct3D device", "code", "text" );
+		EXPECT_EQ( testing::internal::GetCapturedStderr(),
+				   "Error initializing Graphics!\nError: Creating Direct3D device\nCode: code\nDescription: text\n" )
+			<< "log path '" << path << "'";
+	}
 	EXPECT_FALSE( std::filesystem::exists( missingFolderLog ) ) << "nothing can be written there";
 	cLog::Restart( "log.txt" );
 }

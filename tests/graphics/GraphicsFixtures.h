@@ -16,6 +16,7 @@
 #include "actors/Explosion.h"
 #include "actors/Item.h"
 #include "actors/Player.h"
+#include "actors/WorldAnimation.h"
 #include "ai/Enemy.h"
 #include "app/GameState.h"
 #include "graphics/GraphicsLayer.h"
@@ -76,7 +77,11 @@ protected:
 		enemies.emplace_back( enemy );
 		return *enemy;
 	}
+	// As the game does it: one step of the world's animation, then the frame drawn.
 	void Render( int32_t mouseX = 0, int32_t mouseY = 0 ) {
+		if ( ShowsWorld( gameState ) ) {
+			AnimateWorld( *scene, players, enemies, explosions, items );
+		}
 		layer.Render( mouseX, mouseY, scene.get(), &players, &enemies, &bullets, &explosions, &items );
 	}
 

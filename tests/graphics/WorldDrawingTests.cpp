@@ -59,8 +59,8 @@ TEST_F( WorldDrawingTest, TilesEachLayersCodesShow ) {
 	}
 }
 
-// How far an item hangs below its place in each drawn frame: it sinks a pixel every three frames
-// down to 6, jumps back to 3 and runs a cycle of 28 frames from there. Only the item at the view's
+// How far an item hangs below its place in each step's frame: it sinks a pixel every three steps
+// down to 6, jumps back to 3 and runs a cycle of 28 steps from there. Only the item at the view's
 // far corner is inside; those on its left, top or right edge are neither drawn nor moved on.
 TEST_F( WorldDrawingTest, ItemsBobInACycleOf28FramesWhileInView ) {
 	items.emplace_back( ITEM_SPEED, CAMERA_X + 639, CAMERA_Y + 479 );
@@ -85,7 +85,7 @@ TEST_F( WorldDrawingTest, ItemsBobInACycleOf28FramesWhileInView ) {
 }
 
 // Bullets (at their fractional positions), players and explosions are drawn wherever they are, each
-// draw moving their animation on; an enemy on the view's edge or outside is neither drawn nor animated.
+// step moving their animation on; an enemy on the view's edge or outside is neither drawn nor animated.
 TEST_F( WorldDrawingTest, WhatIsDrawnOffTheScreen ) {
 	bullets.emplace_back( CAMERA_X - 50, CAMERA_Y + 10, DIR_UP_RIGHT, WEAPON_LUMRA, KIND_LUMRA );
 	bullets.back().Move();
@@ -113,12 +113,12 @@ TEST_F( WorldDrawingTest, WhatIsDrawnOffTheScreen ) {
 	EXPECT_EQ( bodies[0].x, -40.0f ) << "a player left of the view is still drawn";
 	EXPECT_TRUE( bodies[1].x == 32.0f && bodies[1].y == 64.0f ) << "the enemy inside the view";
 	EXPECT_TRUE( player.GetAnimFrame() == 2 && inside.GetAnimFrame() == 2 )
-		<< "five drawn frames of walking should move the player's and the drawn enemy's animation on";
+		<< "five steps of walking should move the player's and the drawn enemy's animation on";
 	EXPECT_TRUE( onEdge.GetAnimFrame() == 1 && below.GetAnimFrame() == 1 ) << "an enemy out of view does not animate";
 	const std::vector<tDraw> blasts = GetDraws( PNG_EXPLOSION );
 	ASSERT_EQ( blasts.size(), 1u );
 	EXPECT_EQ( blasts[0].x, -100.0f ) << "an explosion off the view is still drawn";
-	EXPECT_EQ( explosions[0].GetFrame(), 1 ) << "an impact moves on every third draw";
+	EXPECT_EQ( explosions[0].GetFrame(), 1 ) << "an impact moves on every third step";
 }
 
 // Player 1 on the left, player 2 on the right with its bars left of its portrait; the portrait is
@@ -162,12 +162,12 @@ protected:
 		: enemy( AddEnemy( KIND_SOLDIER, ENEMY_X, ENEMY_Y, DIR_DOWN ) ),
 		lumra( AddPlayer( KIND_LUMRA, ENEMY_X, ENEMY_Y + 200 ) ) {}
 
-	// Each game frame perceives before it draws, so a switch lies behind the enemy from the next one on.
+	// Each game step perceives before it animates, so a switch lies behind the enemy from the next one on.
 	void Perceive( int32_t expectedState ) {
 		enemy.Perceive( lumra, scene->GetWalkMap() );
 		ASSERT_EQ( enemy.GetAiState(), expectedState ) << "the enemy's perception went another way than the test needs";
 	}
-	// The icons drawn this frame, one after another: a single path when there is one icon.
+	// The icons drawn in this step's frame, one after another: a single path when there is one icon.
 	std::string RenderIcons() {
 		Render();
 		std::string icons;
@@ -184,7 +184,7 @@ protected:
 };
 
 // Noticing lumra 200 pixels ahead shows the 16 x 16 exclamation at (x + 10, y - 20) for 750 ms from
-// the first frame drawn after it, whatever the enemy does meanwhile; then the query while it
+// the first step in view after it, whatever the enemy does meanwhile; then the query while it
 // searches, the 32 x 32 WTF at (x, y - 20) while it looks around, nothing while it chases. Seeing
 // lumra again is a new alert; closing in from chase to attack is none. A wandering boss shows nothing.
 TEST_F( AlertIconTest, IconsThroughAnAlertAndASearch ) {
@@ -194,7 +194,7 @@ TEST_F( AlertIconTest, IconsThroughAnAlertAndASearch ) {
 	EXPECT_EQ( RenderIcons(), "" ) << "an unaware enemy and a wandering boss have no icon";
 	ASSERT_NO_FATAL_FAILURE( Perceive( AI_CHASE ) );
 	ASSERT_EQ( RenderIcons(), PNG_EXCLAMATION );
-	EXPECT_EQ( enemy.GetAlertTime(), START_TICKS ) << "stamped when first drawn after the switch";
+	EXPECT_EQ( enemy.GetAlertTime(), START_TICKS ) << "stamped in the first step in view after the switch";
 	const tDraw icon = GetDraws( PNG_EXCLAMATION )[0];
 	EXPECT_TRUE( icon.x == 330.0f && icon.y == 44.0f && icon.source.GetWidth() == 16 && icon.source.GetHeight() == 16 )
 		<< "the exclamation is 16 x 16 at (330, 44), not " << icon.source.GetWidth() << " wide at (" << icon.x << ", " << icon.y << ")";
@@ -225,7 +225,7 @@ TEST_F( AlertIconTest, IconsThroughAnAlertAndASearch ) {
 	EXPECT_EQ( enemy.GetAlertTime(), START_TICKS + 5750 );
 }
 
-// The stamp is the drawing's: an enemy out of view when it notices gets none, and shows none.
+// An enemy out of view when it notices gets no stamp, and shows none.
 TEST_F( AlertIconTest, NoStampWhileOutOfView ) {
 	scene->SetCameraPosition( ENEMY_X, CAMERA_Y );
 	ASSERT_NO_FATAL_FAILURE( Perceive( AI_CHASE ) );

@@ -19,6 +19,7 @@ public:
 	explicit				cTestGame( std::unique_ptr<cScene> scene );
 
 	cGame &					GetGame() { return headless.GetGame(); }
+	cHeadlessGame &			GetHeadless() { return headless; }
 	cManualClock &			GetClock() { return headless.GetClock(); }
 	cScene &				GetScene();
 	cPlayer &				AddPlayer( int32_t kind, int32_t x, int32_t y );

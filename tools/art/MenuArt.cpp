@@ -18,6 +18,8 @@ const int PANEL_TOP = 244;
 const int PANEL_RIGHT = 620;
 const int PANEL_BOTTOM = 462;
 const int PANEL_MARGIN = 12;
+const int PAD_LEFT = 296;		// the pad's picture and its controls, in the title area beside the heading
+const int PAD_TOP = 20;
 
 }	// namespace
 
@@ -199,6 +201,80 @@ public:
 		DrawParagraph( screen, body, "Use opens boxes (lumra also doors) and helps a fallen partner up.", x, y + 24, PANEL_RIGHT - x - PANEL_MARGIN, db32::STEEL );
 	}
 
+	// A pad seen from above in the title area, its controls listed beside it with what they do.
+	void DrawPadPanel( cCanvas &screen ) const {
+		const int left = PAD_LEFT;
+		const int top = PAD_TOP;
+		DrawParagraph( screen, bodyBold, "Gamepad", left, top, 200, db32::YELLOW );
+		DrawPad( screen, left, top + 26 );
+		const int x = left + 156;
+		int y = top + 22;
+		int next = DrawStick( screen, x, y );
+		DrawKeyRow( screen, { "D-pad" }, "move", next, y );
+		y += 24;
+		next = DrawPadButton( screen, "A", db32::GREEN, x, y );
+		DrawKeyRow( screen, { "RT" }, "fire", next, y );
+		y += 24;
+		next = DrawPadButton( screen, "X", db32::BLUE, x, y );
+		DrawKeyRow( screen, { "LB" }, "skill", next, y );
+		y += 24;
+		next = DrawPadButton( screen, "B", db32::RED, x, y );
+		next = DrawPadButton( screen, "Y", db32::GOLD_DARK, next, y );
+		DrawKeyRow( screen, {}, "use", next - 3, y );
+		y += 24;
+		DrawKeyRow( screen, { "Start" }, "pause", x, y );
+		DrawParagraph( screen, body, "In the menus the stick moves the pointer and A clicks. One pad in a two-player game is player 2's; with two pads, the first plugged in is player 1's.",
+					   left, top + 150, SCREEN_WIDTH - left - PANEL_MARGIN, db32::STEEL );
+	}
+
+	// The body with its two grips, the stick, the d-pad, the four face buttons and the shoulders.
+	void DrawPad( cCanvas &screen, int x, int y ) const {
+		static const sRamp shell = { db32::GREY_DEEP, db32::GREY, db32::STEEL };
+		static const sRamp rubber = { db32::BLACK, db32::SLATE, db32::GREY_DARK };
+		cCanvas pad( 150, 110 );
+		ShadedRect( pad, 22, 8, 50, 20, rubber );				// left shoulder and right trigger
+		ShadedRect( pad, 100, 8, 128, 20, rubber );
+		ShadedCircle( pad, 36, 58, 30, shell );				// grips
+		ShadedCircle( pad, 114, 58, 30, shell );
+		ShadedRect( pad, 36, 16, 114, 70, shell );
+		ShadedCircle( pad, 36, 42, 13, rubber );				// left stick
+		ShadedCircle( pad, 36, 42, 8, shell );
+		pad.FillRect( 57, 56, 79, 63, db32::INK );				// d-pad
+		pad.FillRect( 64, 49, 71, 70, db32::INK );
+		pad.FillRect( 70, 28, 80, 32, db32::INK );				// Start
+		static const struct { int dx, dy; uint32_t colour; } faces[] = {
+			{ 0, 10, db32::GREEN }, { 10, 0, db32::RED }, { -10, 0, db32::BLUE }, { 0, -10, db32::YELLOW },
+		};
+		for ( const auto &face : faces ) {
+			pad.FillCircle( 112.0f + face.dx, 44.0f + face.dy, 5.0f, face.colour );
+		}
+		pad.Outline( db32::INK );
+		CopyNonEmpty( screen, pad, x, y );
+	}
+
+	// The left stick's cap; returns the x after it.
+	int DrawStick( cCanvas &screen, int x, int y ) const {
+		static const sRamp shell = { db32::GREY_DEEP, db32::GREY, db32::STEEL };
+		static const sRamp rubber = { db32::BLACK, db32::SLATE, db32::GREY_DARK };
+		cCanvas stick( 19, 19 );
+		ShadedCircle( stick, 9.5f, 9.5f, 9.0f, rubber );
+		ShadedCircle( stick, 9.5f, 9.5f, 5.0f, shell );
+		stick.Outline( db32::INK );
+		CopyNonEmpty( screen, stick, x, y - 1 );
+		return x + 22;
+	}
+
+	// A round face button with its letter; returns the x after it.
+	int DrawPadButton( cCanvas &screen, const char *name, uint32_t colour, int x, int y ) const {
+		cCanvas button( 19, 19 );
+		button.FillCircle( 9.5f, 9.5f, 9.0f, colour );
+		button.Outline( db32::INK );
+		CopyNonEmpty( screen, button, x, y - 1 );
+		const cCanvas letter = bodyBold.Render( name, db32::WHITE );
+		CopyNonEmpty( screen, letter, x + ( 19 - letter.GetWidth() ) / 2, y + ( 18 - letter.GetHeight() ) / 2 );
+		return x + 22;
+	}
+
 	void DrawCreditsPanel( cCanvas &screen ) const {
 		DrawPanel( screen );
 		const int x = PANEL_LEFT + PANEL_MARGIN;
@@ -274,6 +350,7 @@ cCanvas cMenuArt::MakeScreen( const sMenuScreen &screen ) const {
 		const std::string file = screen.file;
 		if ( file == "controls.png" ) {
 			artist->DrawControlsPanel( picture );
+			artist->DrawPadPanel( picture );
 		} else if ( file == "credits.png" ) {
 			artist->DrawCreditsPanel( picture );
 		} else if ( file == "charselection.png" ) {

@@ -1,7 +1,7 @@
 // kmvt_art: draws every picture of the game into a resource tree.
 // Usage: kmvt_art <repository root>. Writes resources/menu,
 // resources/sprites and resources/icon, the menu background the resource tests compare with,
-// and the contact sheets under docs/images.
+// the contact sheets under docs/images and the desktop icons under packaging/icons.
 
 #include "CharacterArt.h"
 #include "ContactSheets.h"
@@ -15,7 +15,9 @@
 #include <SDL_image.h>
 
 #include <cstdio>
+#include <filesystem>
 #include <string>
+#include <system_error>
 #include <vector>
 
 namespace {
@@ -95,6 +97,19 @@ bool WriteSprites( const std::string &root ) {
 	return ok;
 }
 
+// The icon of the desktop entry, in the sizes of the hicolor theme that desktops ask for.
+bool WriteDesktopIcons( const std::string &root ) {
+	bool ok = true;
+	for ( int size : { 32, 48, 64, 128, 256 } ) {
+		const std::string name = std::to_string( size ) + "x" + std::to_string( size );
+		const std::string folder = root + "/packaging/icons/" + name;
+		std::error_code error;
+		std::filesystem::create_directories( folder, error );
+		ok &= MakeGameIcon( size ).SavePng( folder + "/kormaveth2d.png" );
+	}
+	return ok;
+}
+
 bool WriteMenus( const std::string &root ) {
 	cMenuArt art;
 	if ( !art.Open() ) {
@@ -135,6 +150,7 @@ int main( int argc, char **argv ) {
 	bool ok = WriteSprites( root );
 	ok &= WriteMenus( root );
 	ok &= WriteInGamePreview( root );
+	ok &= WriteDesktopIcons( root );
 	SDL_Quit();
 	return ok ? 0 : 1;
 }

@@ -1,6 +1,7 @@
 #include "AutoplayGame.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <chrono>
 #include <cstdio>
 #include <memory>
@@ -11,6 +12,7 @@
 #include "app/GameState.h"
 #include "app/MenuEntries.h"
 #include "input/KeyCodes.h"
+#include "input/PadState.h"
 #include "platform/headless/HeadlessGame.h"
 #include "world/Grid.h"
 #include "world/Scene.h"
@@ -28,6 +30,15 @@ const int ENTRY_FIRST_CHARACTER = 3;		// tavesh for player 1; entry 4 is lumra
 const int ENTRY_BACK = 5;					// also the pause screen's way to the main menu
 const int MENU_FRAMES = 4;					// frames a menu gets to settle before the next click
 const char *const CHARACTER_NAMES[2] = { "tavesh", "lumra" };
+const int16_t FULL_TILT = 32767;
+const int16_t SLIGHT_TILT = 8192;			// just past the dead zone: the cursor moves 1 pixel a frame
+const int CURSOR_STEP = 6;					// pixels a frame at full tilt
+const int STEER_FRAMES = 400;				// more than the way across the screen takes
+
+// Pad 1 is player 1's, pad 2 player 2's: plugged in before the game starts, in that order.
+int GetPadId( int player ) {
+	return player + 1;
+}
 
 enum { KEY_UP_INDEX, KEY_DOWN_INDEX, KEY_RIGHT_INDEX, KEY_LEFT_INDEX, KEY_FIRE_INDEX, KEY_SKILL_INDEX, KEY_USE_INDEX };
 
@@ -54,20 +65,82 @@ const char *DescribeOutcome( eOutcome outcome ) {
 bool cAutoplayGame::Play( const cGameSetup &setup, cGameResult &result ) {
 	result = cGameResult();
 	headless.GetInput().ReleaseAllKeys();
-	if ( gameState != STATE_MAIN_MENU || !ChooseDifficulty( setup.difficulty ) ) {
-		return false;
+	PlugPads( setup );
+	bool played = gameState == STATE_MAIN_MENU && ChooseDifficulty( setup.difficulty );
+	if ( played ) {
+		headless.GetClock().SetCalendarTime( setup.calendar );
+		played = StartGame( setup );
 	}
-	headless.GetClock().SetCalendarTime( setup.calendar );
-	if ( !StartGame( setup ) ) {
-		return false;
+	if ( played ) {
+		RunPlay( setup, result );
+		played = ReturnToMenu();
 	}
-	RunPlay( setup, result );
-	return ReturnToMenu();
+	UnplugPads();
+	return played;
 }
 
 bool cAutoplayGame::ClickEntry( int entry ) {
 	const cRect &rect = MENU_ENTRIES[entry - 1];
-	return headless.Click( ( rect.left + rect.right ) / 2, ( rect.top + rect.bottom ) / 2 ) && headless.Frames( MENU_FRAMES );
+	return ClickAt( ( rect.left + rect.right ) / 2, ( rect.top + rect.bottom ) / 2 ) && headless.Frames( MENU_FRAMES );
+}
+
+bool cAutoplayGame::ClickAt( int32_t x, int32_t y ) {
+	if ( !onPads ) {
+		return headless.Click( x, y );
+	}
+	if ( !SteerCursor( x, y ) ) {
+		return false;
+	}
+	cScriptedInputBackend &input = headless.GetInput();
+	cPadState south;
+	south.buttons[PAD_BUTTON_SOUTH] = true;
+	input.SetPad( GetPadId( 0 ), south );
+	const bool pressed = headless.Frame();
+	input.SetPad( GetPadId( 0 ), cPadState() );
+	return pressed && headless.Frame();
+}
+
+// The stick along one axis and then the other, slowing down for the last pixels; false when the
+// cursor never got there or the game ended.
+bool cAutoplayGame::SteerCursor( int32_t x, int32_t y ) {
+	cScriptedInputBackend &input = headless.GetInput();
+	const int32_t target[2] = { x, y };
+	for ( int axis = 0; axis < 2; axis++ ) {
+		for ( int frame = 0; frame < STEER_FRAMES; frame++ ) {
+			int32_t cursor[2] = {};
+			headless.GetGame().GetInputLayer().GetMousePosition( cursor[0], cursor[1] );
+			const int32_t distance = target[axis] - cursor[axis];
+			if ( distance == 0 ) {
+				break;
+			}
+			const int16_t speed = std::abs( distance ) >= CURSOR_STEP ? FULL_TILT : SLIGHT_TILT;
+			cPadState pad;
+			pad.axes[axis == 0 ? PAD_AXIS_LEFT_X : PAD_AXIS_LEFT_Y] = static_cast<int16_t>( distance > 0 ? speed : -speed );
+			input.SetPad( GetPadId( 0 ), pad );
+			if ( !headless.Frame() ) {
+				return false;
+			}
+		}
+	}
+	input.SetPad( GetPadId( 0 ), cPadState() );
+	int32_t cursorX = 0;
+	int32_t cursorY = 0;
+	headless.GetGame().GetInputLayer().GetMousePosition( cursorX, cursorY );
+	return cursorX == x && cursorY == y;
+}
+
+void cAutoplayGame::PlugPads( const cGameSetup &setup ) {
+	onPads = setup.pads;
+	for ( int player = 0; onPads && player < setup.players; player++ ) {
+		headless.GetInput().PlugPad( GetPadId( player ), "autoplay pad " + std::to_string( player + 1 ) );
+	}
+}
+
+void cAutoplayGame::UnplugPads() {
+	for ( int player = 0; onPads && player < 2; player++ ) {
+		headless.GetInput().UnplugPad( GetPadId( player ) );
+	}
+	onPads = false;
 }
 
 // Main menu, settings, difficulty, and back on the main menu.
@@ -82,7 +155,7 @@ bool cAutoplayGame::StartGame( const cGameSetup &setup ) {
 		return false;
 	}
 	const cRect &rect = MENU_ENTRIES[ENTRY_FIRST_CHARACTER + setup.character - 1];
-	if ( !headless.Click( ( rect.left + rect.right ) / 2, ( rect.top + rect.bottom ) / 2 ) ) {
+	if ( !ClickAt( ( rect.left + rect.right ) / 2, ( rect.top + rect.bottom ) / 2 ) ) {
 		return false;
 	}
 	const cScene *scene = headless.GetGame().GetScene();
@@ -103,7 +176,12 @@ void cAutoplayGame::RunPlay( const cGameSetup &setup, cGameResult &result ) {
 	const uint32_t startTick = headless.GetClock().GetTickCount();
 	while ( gameState == STATE_PLAYING && result.frames < setup.frameLimit ) {
 		for ( size_t player = 0; player < bots.size(); player++ ) {
-			PressBotKeys( headless, static_cast<int>( player ), bots[player]->Think( headless.GetGame() ) );
+			const cBotKeys keys = bots[player]->Think( headless.GetGame() );
+			if ( onPads ) {
+				PressBotPad( headless, static_cast<int>( player ), keys );
+			} else {
+				PressBotKeys( headless, static_cast<int>( player ), keys );
+			}
 		}
 		if ( !RunFrame( setup, startTick, result ) ) {
 			result.outcome = OUTCOME_BROKEN;
@@ -144,8 +222,8 @@ void cAutoplayGame::CountHits( cGameResult &result, int32_t lastHealth[2], bool 
 	}
 }
 
-// The three steps of the game's own frame, with its processing timed on its own; the manual clock
-// then moves to the frame's end as the game's wait would move it. With a live calendar the second
+// The game's step, timed on its own, then its drawing; the manual clock then moves to the step's
+// end as the game's pacing would move it. With a live calendar the second
 // that seeds the random draws moves on with that clock.
 bool cAutoplayGame::RunFrame( const cGameSetup &setup, uint32_t startTick, cGameResult &result ) {
 	cGame &game = headless.GetGame();
@@ -155,14 +233,12 @@ bool cAutoplayGame::RunFrame( const cGameSetup &setup, uint32_t startTick, cGame
 		clock.SetCalendarTime( setup.calendar + ( frameStart - startTick ) / 1000 );
 	}
 	const tClock::time_point start = tClock::now();
-	game.ReadInput();
-	const tClock::time_point processStart = tClock::now();
-	const bool going = game.Process();
-	const tClock::time_point processEnd = tClock::now();
-	game.Render();
+	const bool going = game.Step();
+	const tClock::time_point stepEnd = tClock::now();
+	game.RenderFrame();
 	const tClock::time_point end = tClock::now();
 	clock.SetTickCount( frameStart + cGame::FRAME_TIME );
-	result.updateTimes.push_back( GetMicroseconds( processStart, processEnd ) );
+	result.updateTimes.push_back( GetMicroseconds( start, stepEnd ) );
 	result.frameTimes.push_back( GetMicroseconds( start, end ) );
 	return going;
 }
@@ -180,14 +256,32 @@ void PressBotKeys( cHeadlessGame &headless, int player, const cBotKeys &keys ) {
 	input.SetKey( codes[KEY_USE_INDEX], keys.use );
 }
 
-// An end screen leaves with Escape; a game still running is paused and left from the pause screen.
+void PressBotPad( cHeadlessGame &headless, int player, const cBotKeys &keys ) {
+	cPadState pad;
+	pad.axes[PAD_AXIS_LEFT_X] = static_cast<int16_t>( keys.dx * FULL_TILT );
+	pad.axes[PAD_AXIS_LEFT_Y] = static_cast<int16_t>( keys.dy * FULL_TILT );
+	pad.buttons[PAD_BUTTON_SOUTH] = keys.fire;
+	pad.buttons[PAD_BUTTON_WEST] = keys.skill;
+	pad.buttons[PAD_BUTTON_EAST] = keys.use;
+	headless.GetInput().SetPad( GetPadId( player ), pad );
+}
+
+// An end screen leaves with Escape (Start on a pad); a game still running is paused and left from
+// the pause screen.
 bool cAutoplayGame::ReturnToMenu() {
 	cScriptedInputBackend &input = headless.GetInput();
 	input.ReleaseAllKeys();
+	cPadState start;
+	start.buttons[PAD_BUTTON_START] = true;
+	for ( int player = 0; player < 2; player++ ) {
+		input.SetPad( GetPadId( player ), cPadState() );
+	}
 	const bool playing = gameState == STATE_PLAYING;
-	input.SetKey( KEY_ESCAPE, true );
+	input.SetKey( KEY_ESCAPE, !onPads );
+	input.SetPad( GetPadId( 0 ), onPads ? start : cPadState() );
 	const bool going = headless.Frame();
 	input.SetKey( KEY_ESCAPE, false );
+	input.SetPad( GetPadId( 0 ), cPadState() );
 	if ( !going || !headless.Frames( MENU_FRAMES ) ) {
 		return false;
 	}
@@ -214,7 +308,7 @@ std::string DescribeResult( const cGameSetup &setup, const cGameResult &result )
 	char line[400];
 	std::snprintf( line, sizeof( line ),
 				   "%dP %-14s difficulty %d: %-10s frames %5d (%5.1f s)  enemies left %2d  health %-7s lowest %3d  hits taken %2d  revivals %d  doors closed %d/%d  shots %4d  skill %2d  "
-				   "UpdateInGame mean %.1f us p99 %.1f us  frame mean %.1f us p99 %.1f us",
+				   "step mean %.1f us p99 %.1f us  frame mean %.1f us p99 %.1f us",
 				   setup.players, players, setup.difficulty, DescribeOutcome( result.outcome ), result.frames,
 				   result.frames * static_cast<double>( cGame::FRAME_TIME ) / 1000.0, result.enemiesLeft, health,
 				   result.lowestHealth, result.hitsTaken, result.revivals, result.doorsClosed, result.doorsAtStart, result.shots, result.skills, GetMean( result.updateTimes ), GetPercentile( result.updateTimes, 0.99 ),

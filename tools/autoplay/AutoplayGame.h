@@ -1,7 +1,7 @@
 #pragma once
 // Plays whole games of the real game without a window: through the menus (difficulty, number of
-// players, characters) to a new game, then a bot at each player's keys until the victory, the
-// defeat or the frame limit, and back to the main menu. Each frame of play is timed: the game's
+// players, characters) to a new game, then a bot at each player's keys, or at a pad of its own,
+// until the victory, the defeat or the frame limit, and back to the main menu. Each frame of play is timed: the game's
 // processing of the frame (the in-game update) and the whole frame.
 
 #include <cstdint>
@@ -23,6 +23,7 @@ struct cGameSetup {
 	int					frameLimit = 30000;	// frames of play before the game is abandoned
 	std::time_t			calendar = 1700000000;	// in seconds: seeds the drops and the boss's walks
 	bool				liveCalendar = false;	// the second moves on with the game's clock, as in a real run
+	bool				pads = false;		// every player on a scripted pad of its own, the menus too
 	cBotOptions			bot;
 };
 
@@ -60,6 +61,11 @@ public:
 
 private:
 	bool				ClickEntry( int entry );
+	// A click at a 640 x 480 point: with the mouse, or the pad's stick and south button.
+	bool				ClickAt( int32_t x, int32_t y );
+	bool				SteerCursor( int32_t x, int32_t y );
+	void				PlugPads( const cGameSetup &setup );
+	void				UnplugPads();
 	bool				ChooseDifficulty( int difficulty );
 	bool				StartGame( const cGameSetup &setup );
 	void				RunPlay( const cGameSetup &setup, cGameResult &result );
@@ -68,11 +74,14 @@ private:
 	bool				ReturnToMenu();
 
 	cHeadlessGame &		headless;
+	bool				onPads = false;
 	std::function<void( const cGame &, int )>	watcher;
 };
 
 // Sets the keys of a player (0 or 1) in the scripted input, by the player's bindings in the options.
 void					PressBotKeys( cHeadlessGame &headless, int player, const cBotKeys &keys );
+// Holds the same on the player's scripted pad: the stick at full tilt, south, west and east.
+void					PressBotPad( cHeadlessGame &headless, int player, const cBotKeys &keys );
 // One line for a game: characters, difficulty, outcome, frames, enemies left and the frame times.
 std::string				DescribeResult( const cGameSetup &setup, const cGameResult &result );
 // The value at a fraction (0.5 the median, 0.99 the 99th percentile) of the times.

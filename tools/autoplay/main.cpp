@@ -1,12 +1,13 @@
 // kmvt_autoplay: plays the game headless with bots at the keys and prints one line per game.
 //   kmvt_autoplay [--players=1|2] [--character=tavesh|lumra] [--difficulty=1|2|3] [--frames=N]
 //                 [--games=N] [--vary] [--calendar=SECONDS] [--live-calendar] [--tap=FRAMES]
-//                 [--memory-every=N] [--trace=N] [--resources=FOLDER]
+//                 [--memory-every=N] [--trace=N] [--resources=FOLDER] [--pads]
 // --vary plays game n with the n-th of the twelve choices of players, player 1's character and
 // difficulty, and with its own calendar second (the drops and the boss's walks differ). The
 // calendar second stays as it was at the start of a game unless --live-calendar moves it on with
 // the game's clock, as a real run would. --trace=N prints the players and the enemies in view
-// every N frames. The game reads resources/ from the working directory, or from FOLDER.
+// every N frames. --pads plays the menus and the game on scripted pads, one for each player. The
+// game reads resources/ from the working directory, or from FOLDER.
 // The exit status is 0 when every game ran through the menus and ended without a broken frame.
 
 #include <malloc.h>
@@ -99,6 +100,8 @@ bool ParseOption( const char *argument, cRunOptions &options ) {
 		options.traceEvery = std::atoi( value.c_str() );
 	} else if ( std::strcmp( argument, "--live-calendar" ) == 0 ) {
 		options.setup.liveCalendar = true;
+	} else if ( std::strcmp( argument, "--pads" ) == 0 ) {
+		options.setup.pads = true;
 	} else if ( std::strcmp( argument, "--vary" ) == 0 ) {
 		options.vary = true;
 	} else {

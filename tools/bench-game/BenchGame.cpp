@@ -1,7 +1,7 @@
-// Measures the in-game frame, UpdateInGame with the frame's menu step around it (cGame::Process
-// while a game is played), over whole games played by the autoplay bots: the twelve choices of
+// Measures the game's step (cGame::Step: the input, the menus' rules, UpdateInGame, the world's
+// animation and the music) while a game is played, over whole games played by the autoplay bots: the twelve choices of
 // players, player 1's character and difficulty, one game each. Prints the median, the 99th
-// percentile and the longest frame over all frames of play, then one line per game.
+// percentile and the longest step over all steps of play, then one line per game.
 //   bench-game [--resources=FOLDER] [--frames=N]
 // FOLDER holds resources/ (the working directory by default); N limits each game (30000).
 
@@ -82,7 +82,7 @@ int main( int argc, char **argv ) {
 		times.insert( times.end(), result.updateTimes.begin(), result.updateTimes.end() );
 		lines.push_back( DescribeResult( setup, result ) );
 	}
-	std::printf( "UpdateInGame over %zu autoplay games, %zu frames of play: p50 %.2f us, p99 %.2f us, max %.2f us, "
+	std::printf( "Step over %zu autoplay games, %zu steps of play: p50 %.2f us, p99 %.2f us, max %.2f us, "
 				 "mean %.2f us\n", lines.size(), times.size(), GetPercentile( times, 0.50 ), GetPercentile( times, 0.99 ),
 				 GetPercentile( times, 1.0 ), GetMean( times ) );
 	for ( const std::string &line : lines ) {

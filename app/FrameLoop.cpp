@@ -1,0 +1,41 @@
+#include "app/FrameLoop.h"
+
+#include "app/FrameClient.h"
+#include "platform/PacingClock.h"
+
+void cFrameLoop::Run( cFrameClient &client ) {
+	ResetDeadline();
+	for ( ;; ) {
+		if ( !client.HandleEvents() ) {
+			return;
+		}
+		const int due = TakeDueSteps();
+		for ( int i = 0; i < due; i++ ) {
+			if ( !client.Step() ) {
+				return;
+			}
+		}
+		if ( due > 0 && client.IsFrameWanted() ) {
+			client.DrawFrame();
+		}
+		clock.SleepUntil( deadline );
+	}
+}
+
+void cFrameLoop::ResetDeadline() {
+	deadline = clock.GetNanoseconds();
+}
+
+int cFrameLoop::TakeDueSteps() {
+	const int64_t now = clock.GetNanoseconds();
+	if ( now < deadline ) {
+		return 0;
+	}
+	const int64_t due = ( now - deadline ) / STEP_TIME + 1;
+	if ( due > MAX_STEPS_PER_FRAME ) {
+		deadline = now + STEP_TIME;
+		return MAX_STEPS_PER_FRAME;
+	}
+	deadline += due * STEP_TIME;
+	return static_cast<int>( due );
+}

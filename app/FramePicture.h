@@ -1,0 +1,23 @@
+#pragma once
+// What the last frame drawn showed, so that a frame that would show the same picture is neither
+// drawn nor presented: a menu or the pause screen changes only with the screen and the cursor,
+// while the world moves on every step.
+
+#include <cstdint>
+
+class cGame;
+
+class cFramePicture {
+public:
+	bool				IsChanged( const cGame &game ) const;
+	// After a frame was drawn.
+	void				Note( const cGame &game );
+	// The picture on the screen was lost or must be shown anew: exposed, resized, shown again.
+	void				Forget() { known = false; }
+
+private:
+	bool				known = false;
+	int32_t				state = 0;			// gameState
+	int32_t				mouseX = 0;			// the cursor, in 640 x 480 screen pixels
+	int32_t				mouseY = 0;
+};
