@@ -8,7 +8,8 @@
 #
 #   --rev REV    the commit to mutate (default HEAD); it is exported with git archive into a
 #                scratch folder, so the working tree is never touched
-#   --seed S     the seed of the sample (default 17); the same seed and commit give the same mutants
+#   --seed S     the seed of the sample (default 17); a seed draws the same mutants on every line
+#                two commits share (see below)
 #   --count N    how many mutants to run (default 80); about 20-30 s each on two cores with ccache
 #   --list       print the sampled mutants and stop
 #   --work DIR   the scratch folder (default /tmp/kmvt-mutate-REV)
