@@ -19,9 +19,9 @@ bool IsDigit( uint8_t byte ) {
 	return byte >= '0' && byte <= '9';
 }
 
-// One token as the format defines a number: an optional sign, then decimal digits only, within
-// the range of int32_t.
-bool ReadReferenceNumber( const uint8_t *token, size_t length, int32_t &value ) {
+// One token as the format defines a number: an optional sign, then decimal digits within the
+// range of int32_t; only the last number of a layer may have anything glued after its digits.
+bool ReadReferenceNumber( const uint8_t *token, size_t length, bool ignoreRest, int32_t &value ) {
 	size_t at = 0;
 	const bool negative = length > 0 && token[0] == '-';
 	if ( length > 0 && ( token[0] == '-' || token[0] == '+' ) ) {
@@ -33,8 +33,12 @@ bool ReadReferenceNumber( const uint8_t *token, size_t length, int32_t &value ) 
 	const int64_t limit = negative ? -static_cast<int64_t>( std::numeric_limits<int32_t>::min() )
 								   : std::numeric_limits<int32_t>::max();
 	int64_t magnitude = 0;
+	const size_t firstDigit = at;
 	for ( ; at < length; at++ ) {
 		if ( !IsDigit( token[at] ) ) {
+			if ( ignoreRest && at > firstDigit ) {
+				break;
+			}
 			return false;
 		}
 		magnitude = magnitude * 10 + ( token[at] - '0' );
@@ -47,7 +51,7 @@ bool ReadReferenceNumber( const uint8_t *token, size_t length, int32_t &value ) 
 }
 
 // The layer read from the bytes without the game's code: the first 4500 whitespace-separated
-// tokens must all be numbers; what follows them is not looked at.
+// tokens must all be numbers; what follows the 4500th number is not looked at.
 bool ReadReferenceLayer( const uint8_t *data, size_t size, std::vector<int32_t> &layer ) {
 	layer.clear();
 	size_t at = 0;
@@ -63,7 +67,8 @@ bool ReadReferenceLayer( const uint8_t *data, size_t size, std::vector<int32_t> 
 			at++;
 		}
 		int32_t value = 0;
-		if ( !ReadReferenceNumber( data + start, at - start, value ) ) {
+		const bool last = layer.size() == static_cast<size_t>( MAP_CELLS - 1 );
+		if ( !ReadReferenceNumber( data + start, at - start, last, value ) ) {
 			return false;
 		}
 		layer.push_back( value );

@@ -38,13 +38,15 @@ bool IsWalkable( int32_t code ) {
 	return code == WALK_FLOOR || code == WALK_ENEMY;
 }
 
-// A whole token that is a decimal integer in the range of int32_t, with an optional sign. The number
-// must end where the token ends: a zero byte inside a token does not end it.
-bool ParseInteger( const std::string &token, int32_t &value ) {
+// A decimal integer in the range of int32_t, with an optional sign, at the start of the token. The
+// number must end where the token ends unless the rest is to be ignored, as it is after the last
+// number of a layer; a zero byte inside a token does not end it.
+bool ParseInteger( const std::string &token, bool ignoreRest, int32_t &value ) {
 	errno = 0;
 	char *end = nullptr;
 	const long parsed = std::strtol( token.c_str(), &end, 10 );
-	if ( end == token.c_str() || end != token.c_str() + token.size() || errno == ERANGE ) {
+	const bool wholeToken = end == token.c_str() + token.size();
+	if ( end == token.c_str() || ( !wholeToken && !ignoreRest ) || errno == ERANGE ) {
 		return false;
 	}
 	if ( parsed < std::numeric_limits<int32_t>::min() || parsed > std::numeric_limits<int32_t>::max() ) {
@@ -133,8 +135,9 @@ bool cScene::LoadOverMap( const std::string &path ) {
 	return LoadLayer( path, overMap );
 }
 
-// Numbers come row by row; whatever follows the 4500th is ignored. On failure the cells not
-// read stay 0, which every layer treats as nothing drawn and the walk layer as wall.
+// Numbers come row by row; whatever follows the 4500th is ignored, even text glued to it ("6junk"
+// reads as 6). On failure the whole layer is cleared to 0, which every layer treats as nothing
+// drawn and the walk layer as wall.
 bool cScene::LoadLayer( const std::string &path, std::vector<int32_t> &layer ) {
 	cLog::Instance();
 	layer.assign( MAP_CELLS, 0 );
@@ -148,7 +151,7 @@ bool cScene::LoadLayer( const std::string &path, std::vector<int32_t> &layer ) {
 	std::string token;
 	while ( count < MAP_CELLS && file >> token ) {
 		int32_t value = 0;
-		if ( !ParseInteger( token, value ) ) {
+		if ( !ParseInteger( token, count == MAP_CELLS - 1, value ) ) {
 			const std::string shown = token.substr( 0, SHOWN_TOKEN_LENGTH );
 			LogMapError( path, "number " + std::to_string( count + 1 ) + " is not an integer: '" + shown + "'" );
 			layer.assign( MAP_CELLS, 0 );

@@ -31,8 +31,8 @@ public:
 										const std::vector<int32_t> &over );
 
 	// Each loader fills its layer from a file of 4500 whitespace-separated integers. A missing
-	// file, fewer numbers or a token that is not an integer is logged, leaves the rest of the
-	// layer as wall (0) and makes the scene unusable.
+	// file, fewer numbers or a token before the last that is not an integer is logged, clears the
+	// whole layer to wall (0) and makes the scene unusable.
 	bool				LoadBaseMap( const std::string &path );
 	bool				LoadObjectMap( const std::string &path );
 	bool				LoadWalkMap( const std::string &path );

@@ -218,6 +218,19 @@ TEST_F( HitPassTest, ShotStopsAtTheFirstCharacterItHitsAndPassesItsOwnSide ) {
 	EXPECT_EQ( game.GetPlayedSounds(), std::vector<int>{} ) << "a wound makes no sound";
 }
 
+TEST_F( HitPassTest, EnemyShotInTheBackTurnsAboutAndSeesTheShooterInTheNextFrame ) {
+	cPlayer &tavesh = game.AddPlayer( KIND_TAVESH, 200, 200 );
+	cEnemy &soldier = game.AddEnemy( KIND_SOLDIER, 400, 200, DIR_RIGHT, 2 );
+	game.GetGame().UpdateEnemies();
+	ASSERT_EQ( soldier.GetAiState(), AI_UNAWARE ) << "tavesh stands behind it";
+	ShootAt( 400, 200 );
+	game.GetGame().ResolveHits();
+	EXPECT_EQ( soldier.GetDirection(), DIR_LEFT );
+	game.GetGame().UpdateEnemies();
+	EXPECT_EQ( soldier.GetAiState(), AI_CHASE );
+	EXPECT_EQ( soldier.GetTarget(), &tavesh );
+}
+
 TEST_F( HitPassTest, KillsLeaveDeathExplosionsAndTheDrawsDecideTheDropsInOrder ) {
 	SetSecondFor( []( const int *r ) { return r[0] >= 11 && r[0] <= 13 && r[1] <= 5 && r[2] > 14; } );
 	for ( int32_t x : { 200, 400, 600 } ) {

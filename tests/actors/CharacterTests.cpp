@@ -88,6 +88,16 @@ TEST_F( CharacterTest, HeldFireShootsEveryTwentiethStepAFreshPressAtOnceFromTheB
 	EXPECT_TRUE( bullets[0].GetWeapon() == WEAPON_LUMRA && bullets[0].GetOwnerKind() == KIND_LUMRA );
 }
 
+TEST_F( CharacterTest, CellIsTheOneUnderTheBodysCentre ) {
+	const int32_t cases[][4] = { { 15, 15, 0, 0 }, { 16, 16, 1, 1 }, { 48, 79, 2, 2 } };
+	for ( const int32_t *c : cases ) {
+		int32_t cx = -1;
+		int32_t cy = -1;
+		cPlayer( KIND_TAVESH, c[0], c[1] ).GetCell( cx, cy );
+		EXPECT_TRUE( cx == c[2] && cy == c[3] ) << "(" << c[0] << ", " << c[1] << ") gave (" << cx << ", " << cy << ")";
+	}
+}
+
 // The clock starts 1024 msec before it wraps around.
 TEST_F( CharacterTest, SkillSpendsEnergyByTheClockAndRefillsWhileOff ) {
 	clock.SetTickCount( 0xFFFFFC00u );
@@ -159,6 +169,8 @@ TEST_F( CharacterTest, EnemyFrameComesFromTheKindsBandAndTheFacingsRow ) {
 	EXPECT_EQ( Columns( gunner, 10 ), std::vector<int32_t>( 10, 2 ) ) << "the defeat freezes the enemies";
 	gameState = STATE_VICTORY;
 	EXPECT_EQ( Columns( gunner, 4 ), ( std::vector<int32_t>{ 2, 2, 2, 1 } ) ) << "the victory does not";
+	gunner.SetDirection( DIR_DOWN );
+	EXPECT_EQ( Draw( gunner ).top, 0 ) << "the down row is the sheet's first";
 }
 
 }

@@ -87,6 +87,10 @@ TEST_F( PlayerStepTest, EachGunFiresWithItsOwnSoundAndTheMachineGunPaysForItsRou
 	EXPECT_EQ( tavesh.GetWeapon(), WEAPON_TAVESH ) << "the last round hands back the gun";
 	Steps( tavesh, { NOTHING, FIRE } );
 	EXPECT_EQ( game->GetPlayedSounds(), ( std::vector<int>{ SOUND_MACHINE_GUN, SOUND_TAVESH_SHOT } ) );
+	tavesh.SetWeapon( WEAPON_MACHINE_GUN );
+	tavesh.UseAmmo();
+	EXPECT_TRUE( tavesh.GetAmmo() == -2 && tavesh.GetWeapon() == WEAPON_MACHINE_GUN )
+		<< "only the round that leaves -1 hands back the gun: " << tavesh.GetAmmo();
 }
 
 // A new player's gun is cooling down, so the first step with fire held shoots nothing.

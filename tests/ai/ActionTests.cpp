@@ -75,6 +75,14 @@ TEST_F( EnemyActionTest, ChasingBossShootsAtAnyRangeWhereASoldierHoldsFire ) {
 	EXPECT_FALSE( fired ) << "tavesh is 900 pixels away";
 	Frame( boss, tavesh );
 	EXPECT_TRUE( fired ) << "the boss fires anyway";
+	std::vector<int32_t> shots;
+	for ( int32_t frame = 1; frame <= 40; frame++ ) {
+		Frame( boss, tavesh );
+		if ( fired ) {
+			shots.push_back( frame );
+		}
+	}
+	EXPECT_EQ( shots, ( std::vector<int32_t>{ 20, 40 } ) ) << "the chasing boss fires every 20th frame";
 }
 
 // An enemy never aims at its own position: a player standing exactly on it is shot at along the

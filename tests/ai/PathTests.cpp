@@ -59,23 +59,20 @@ TEST( PathTest, WayToNowhereLeavesThePathIdle ) {
 	EXPECT_EQ( walled.x, CELL_SIZE );
 }
 
-TEST( PathTest, EachCellTakesCellSizeOverSpeedFramesAndArrivalReleasesTheSearch ) {
+TEST( PathTest, EachCellTakesCellSizeOverSpeedFramesInEveryDirectionAndArrivalReleasesTheSearch ) {
+	const int32_t lines[8][3] = { { 0, -1, DIR_UP }, { 0, 1, DIR_DOWN }, { 1, 0, DIR_RIGHT }, { -1, 0, DIR_LEFT },
+		{ 1, -1, DIR_UP_RIGHT }, { -1, -1, DIR_UP_LEFT }, { 1, 1, DIR_DOWN_RIGHT }, { -1, 1, DIR_DOWN_LEFT } };
 	for ( int32_t speed : { 1, 2 } ) {
-		cMover right( OpenWalk(), 1, 0, DIR_UP );
-		right.Make( 4, 0 );
-		EXPECT_EQ( right.facing, DIR_RIGHT ) << "turned towards the first step";
-		EXPECT_EQ( right.WalkToEnd( speed ), 3 * CELL_SIZE / speed ) << "three cells right at speed " << speed;
-		EXPECT_EQ( tPoint( right.x, right.y ), tPoint( 4 * CELL_SIZE, 0 ) );
-		EXPECT_EQ( right.path.GetSearch(), nullptr ) << "the search object is released on arrival";
-		EXPECT_FALSE( right.path.IsIdle() ) << "the last direction stays until the owner stops the path";
-		right.path.Stop();
-		EXPECT_TRUE( right.path.IsIdle() );
-
-		cMover downRight( OpenWalk(), 1, 1, DIR_UP );
-		downRight.Make( 3, 3 );
-		EXPECT_EQ( downRight.facing, DIR_DOWN_RIGHT );
-		EXPECT_EQ( downRight.WalkToEnd( speed ), 2 * CELL_SIZE / speed ) << "two diagonal cells at speed " << speed;
-		EXPECT_EQ( tPoint( downRight.x, downRight.y ), tPoint( 3 * CELL_SIZE, 3 * CELL_SIZE ) );
+		for ( const int32_t *line : lines ) {
+			const tPoint goal( 4 + 3 * line[0], 4 + 3 * line[1] );
+			cMover mover( OpenWalk(), 4, 4, DIR_IDLE );
+			mover.Make( goal.first, goal.second );
+			EXPECT_EQ( mover.facing, line[2] ) << "turned towards the first step";
+			EXPECT_EQ( mover.WalkToEnd( speed ), 3 * CELL_SIZE / speed ) << "three cells facing " << line[2] << " at speed " << speed;
+			EXPECT_EQ( tPoint( mover.x, mover.y ), tPoint( goal.first * CELL_SIZE, goal.second * CELL_SIZE ) ) << "facing " << line[2];
+			EXPECT_EQ( mover.path.GetSearch(), nullptr ) << "the search object is released on arrival";
+			EXPECT_FALSE( mover.path.IsIdle() ) << "the last direction stays until the owner stops the path";
+		}
 	}
 }
 
@@ -87,6 +84,9 @@ TEST( PathTest, NewTargetIsSearchedFromTheNextCorner ) {
 	for ( int32_t frame = 1; frame <= 10; frame++ ) {
 		mover.Step();
 	}
+	mover.SetNewTarget( 3, 2 );
+	mover.SetNewTarget( 6, 7 );
+	EXPECT_EQ( mover.GetPending(), tPoint( -1, -1 ) ) << "a goal in the destination's row or column is ignored";
 	mover.SetNewTarget( 4, 5 );
 	for ( int32_t frame = 11; frame < CELL_SIZE; frame++ ) {
 		ASSERT_EQ( mover.Step(), cPath::STEP_MOVING );

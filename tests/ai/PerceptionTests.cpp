@@ -38,6 +38,7 @@ TEST_F( PerceptionTest, FieldOfViewIsTheHalfPlaneTheEnemyFaces ) {
 	struct cCase { int32_t facing, dx, dy; bool seen; const char *what; };
 	const cCase cases[] = {
 		{ DIR_UP, -200, 0, true, "facing up: level on the left" },
+		{ DIR_UP, 200, 0, true, "facing up: level on the right" },
 		{ DIR_UP, 0, 64, false, "facing up: below" },
 		{ DIR_DOWN, 30, 0, true, "facing down: level" },
 		{ DIR_DOWN, 0, -64, false, "facing down: above" },
@@ -55,12 +56,14 @@ TEST_F( PerceptionTest, FieldOfViewIsTheHalfPlaneTheEnemyFaces ) {
 		{ DIR_UP_LEFT, -150, 100, true, "facing up-left: left and a little down" },
 		{ DIR_UP_LEFT, 100, -150, true, "facing up-left: up and a little right" },
 		{ DIR_UP_LEFT, 150, -100, false, "facing up-left: mostly right" },
+		{ DIR_UP_LEFT, -200, 0, false, "facing up-left: straight left" },
 		{ DIR_DOWN_RIGHT, 150, -100, true, "facing down-right: right and a little up" },
 		{ DIR_DOWN_RIGHT, -100, 150, true, "facing down-right: down and a little left" },
 		{ DIR_DOWN_RIGHT, -150, 100, false, "facing down-right: mostly left" },
 		{ DIR_DOWN_LEFT, -150, -100, true, "facing down-left: left and a little up" },
 		{ DIR_DOWN_LEFT, 100, 150, true, "facing down-left: down and a little right" },
 		{ DIR_DOWN_LEFT, -100, -100, false, "facing down-left: on the boundary diagonal" },
+		{ DIR_DOWN_LEFT, 100, 100, false, "facing down-left: on the other boundary diagonal" },
 		{ 0, 100, 100, true, "no facing sees all round" },
 	};
 	for ( const cCase &c : cases ) {
@@ -243,6 +246,7 @@ TEST_F( BossTableTest, BossWandersUntilWeakenedAndGoesBackToWandering ) {
 	cPlayer close( KIND_LUMRA, EX + 50, EY );
 	Perceived( attacker, close );
 	EXPECT_EQ( Perceived( attacker, close ), AI_ATTACK ) << "weakened, player near, boss on a corner";
+	EXPECT_EQ( Perceived( attacker, close ), AI_ATTACK ) << "near and in sight, it keeps attacking";
 	close.ToggleSkill();
 	EXPECT_EQ( Perceived( attacker, close ), AI_BOSS_WANDER ) << "lumra hid from the attacking boss";
 }

@@ -25,6 +25,7 @@
 #include <vector>
 
 #include "TempDir.h"
+#include "WaveBytes.h"
 #include "fuzz/FuzzScratch.h"
 #include "fuzz/InputChecks.h"
 #include "graphics/sdl/SdlGraphicsBackend.h"
@@ -79,20 +80,10 @@ std::string Repeat( const std::string &text, int count, const std::string &separ
 	return joined;
 }
 
+// A canonical header announcing dataSize bytes, followed by the bytes given.
 std::string WaveHeader( uint16_t channels, uint32_t rate, uint16_t bits, uint32_t dataSize ) {
-	std::string header = "RIFF\x24\0\0\0WAVEfmt \x10\0\0\0\x01\0";
-	header.resize( 44, '\0' );
-	const uint32_t blockAlign = channels * bits / 8u;
-	const uint32_t fields[][3] = {	// offset, bytes, value
-		{ 22, 2, channels }, { 24, 4, rate }, { 28, 4, rate * blockAlign }, { 32, 2, blockAlign },
-		{ 34, 2, bits }, { 40, 4, dataSize },
-	};
-	for ( const auto &field : fields ) {
-		for ( uint32_t i = 0; i < field[1]; i++ ) {
-			header[field[0] + i] = static_cast<char>( ( field[2] >> ( 8 * i ) ) & 0xFF );
-		}
-	}
-	header.replace( 36, 4, "data" );
+	std::string header = MakeWave( sWaveShape { channels, rate, bits, 0 } );
+	PutField( header, 40, dataSize, 4 );
 	return header;
 }
 

@@ -10,13 +10,11 @@
 
 #include <fstream>
 #include <memory>
-#include <set>
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include "LogCapture.h"
-#include "tools/art/Palette.h"
 #include "world/Grid.h"
 #include "world/Scene.h"
 
@@ -415,27 +413,6 @@ TEST_F( LevelMapTest, FloorLooksLikeFloorAndBlockedCellsDoNot ) {
 			}
 		}
 	}
-}
-
-TEST_F( LevelMapTest, TileSheetKeepsToThePalette ) {
-	SDL_Surface *loaded = IMG_Load( SHEET_PATH );
-	ASSERT_NE( loaded, nullptr );
-	SDL_Surface *sheet = SDL_ConvertSurfaceFormat( loaded, SDL_PIXELFORMAT_ARGB8888, 0 );
-	SDL_FreeSurface( loaded );
-	ASSERT_NE( sheet, nullptr );
-	const std::set<uint32_t> palette( std::begin( db32::ALL ), std::end( db32::ALL ) );
-	int strays = 0;
-	for ( int y = 0; y < sheet->h && strays < 5; y++ ) {
-		const uint32_t *row = reinterpret_cast<const uint32_t *>( static_cast<const uint8_t *>( sheet->pixels ) + y * sheet->pitch );
-		for ( int x = 0; x < sheet->w && strays < 5; x++ ) {
-			const bool transparent = ( row[x] >> 24 ) == 0;
-			if ( !transparent && palette.count( row[x] | 0xFF000000 ) == 0 ) {
-				ADD_FAILURE() << "tile " << y / CELL_SIZE + 1 << " has a colour outside the palette at (" << x << ", " << y % CELL_SIZE << ")";
-				strays++;
-			}
-		}
-	}
-	SDL_FreeSurface( sheet );
 }
 
 }

@@ -50,14 +50,3 @@ bool LoadPicture( const std::string &path, sPicture &picture, std::string &error
 	SDL_FreeSurface( argb );
 	return true;
 }
-
-bool IsPaletteColour( uint32_t argb ) {
-	static const uint32_t palette[32] = {
-		0x000000, 0x222034, 0x45283c, 0x663931, 0x8f563b, 0xdf7126, 0xd9a066, 0xeec39a,
-		0xfbf236, 0x99e550, 0x6abe30, 0x37946e, 0x4b692f, 0x524b24, 0x323c39, 0x3f3f74,
-		0x306082, 0x5b6ee1, 0x639bff, 0x5fcde4, 0xcbdbfc, 0xffffff, 0x9badb7, 0x847e87,
-		0x696a6a, 0x595652, 0x76428a, 0xac3232, 0xd95763, 0xd77bba, 0x8f974a, 0x8a6f30
-	};
-	const uint32_t rgb = argb & 0x00FFFFFF;
-	return std::find( palette, palette + 32, rgb ) != palette + 32;
-}

@@ -21,7 +21,3 @@ struct sPicture {
 
 // False (with the reason in `error`) when the file is missing or not a picture.
 bool LoadPicture( const std::string &path, sPicture &picture, std::string &error );
-
-// The 32 colours every picture is drawn with (RGB only).
-bool IsPaletteColour( uint32_t argb );
-constexpr uint32_t OUTLINE_INK = 0xFF222034;

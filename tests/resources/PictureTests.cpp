@@ -1,5 +1,5 @@
 // The game's pictures as its drawing uses them: sizes, transparency, the cursor's colour key, the
-// palette and outlines, the character sheet's bands and rows, items, shots, explosions and icons.
+// character sheet's bands and rows, the HUD bars and the window icon.
 
 #include "PictureFile.h"
 
@@ -19,7 +19,7 @@ struct sExpectedPicture {
 	int				height;
 };
 
-// The 21 pictures made by the art tool; the map's tile sheet is checked on its own below.
+// The 21 pictures made by the art tool; the map's tile sheet is checked with the level.
 const sExpectedPicture PICTURES[] = {
 	{ "resources/menu/main.png", 640, 480 },
 	{ "resources/menu/settings.png", 640, 480 },
@@ -53,41 +53,6 @@ sPicture Load( const std::string &path ) {
 	return picture;
 }
 
-// Every opaque pixel on the rim of a shape (next to a pixel that is not opaque) is outline ink,
-// so sprites read on any ground. Returns the number of rim pixels of another colour and where
-// the first of them lies.
-int CountUnoutlinedRim( const sPicture &picture, int left, int top, int w, int h, std::string &first ) {
-	int wrong = 0;
-	for ( int y = top; y < top + h; y++ ) {
-		for ( int x = left; x < left + w; x++ ) {
-			if ( picture.AlphaAt( x, y ) != 0xFF || picture.At( x, y ) == OUTLINE_INK ) {
-				continue;
-			}
-			const bool rim = x == left || y == top || x == left + w - 1 || y == top + h - 1 ||
-				picture.AlphaAt( x - 1, y ) != 0xFF || picture.AlphaAt( x + 1, y ) != 0xFF ||
-				picture.AlphaAt( x, y - 1 ) != 0xFF || picture.AlphaAt( x, y + 1 ) != 0xFF;
-			if ( rim && wrong++ == 0 ) {
-				first = "(" + std::to_string( x ) + ", " + std::to_string( y ) + ")";
-			}
-		}
-	}
-	return wrong;
-}
-
-// Width of the opaque part of a cell.
-int OpaqueWidth( const sPicture &picture, int left, int top, int size ) {
-	int first = size, last = -1;
-	for ( int y = top; y < top + size; y++ ) {
-		for ( int x = 0; x < size; x++ ) {
-			if ( picture.AlphaAt( left + x, y ) == 0xFF ) {
-				first = std::min( first, x );
-				last = std::max( last, x );
-			}
-		}
-	}
-	return last - first + 1;
-}
-
 }	// namespace
 
 TEST( Pictures, AllLoadWithTheSizesTheDrawingUses ) {
@@ -98,16 +63,6 @@ TEST( Pictures, AllLoadWithTheSizesTheDrawingUses ) {
 		EXPECT_EQ( picture.width, expected.width ) << expected.path;
 		EXPECT_EQ( picture.height, expected.height ) << expected.path;
 	}
-}
-
-TEST( Pictures, TheTileSheetIsOneColumnOfCellsWhenPresent ) {
-	if ( !std::ifstream( "resources/map/tiles.png" ) ) {
-		GTEST_SKIP() << "the map's tile sheet is not in the tree yet";
-	}
-	const sPicture tiles = Load( "resources/map/tiles.png" );
-	EXPECT_EQ( tiles.width, 32 );
-	EXPECT_GT( tiles.height, 0 );
-	EXPECT_EQ( tiles.height % 32, 0 ) << "tile code n occupies rows (n - 1) * 32 to n * 32";
 }
 
 TEST( Pictures, ScreensAreOpaqueAndTheEndOverlaysLetTheWorldShow ) {
@@ -152,36 +107,6 @@ TEST( Pictures, CursorIsOpaqueOnTheColourKeyWithItsTipAtTheHotSpot ) {
 	EXPECT_EQ( cursor.At( 31, 31 ), COLOUR_KEY );
 }
 
-TEST( Pictures, EveryVisiblePixelIsAPaletteColour ) {
-	for ( const sExpectedPicture &expected : PICTURES ) {
-		const sPicture picture = Load( expected.path );
-		int outside = 0;
-		uint32_t example = 0;
-		for ( uint32_t pixel : picture.pixels ) {
-			if ( ( pixel >> 24 ) != 0 && !IsPaletteColour( pixel ) ) {
-				outside++;
-				example = pixel;
-			}
-		}
-		EXPECT_EQ( outside, 0 ) << expected.path << ": e.g. 0x" << std::hex << example;
-	}
-}
-
-TEST( Pictures, SpritesItemsShotsAndIconsHaveADarkOutline ) {
-	const sPicture characters = Load( "resources/sprites/characters_trans.png" );
-	std::string first;
-	for ( int top = 0; top < 288; top += 32 ) {
-		for ( int left = 0; left < 480; left += 32 ) {
-			EXPECT_EQ( CountUnoutlinedRim( characters, left, top, 32, 32, first ), 0 ) << "the character frame at (" << left << ", " << top << ") lacks its outline at " << first;
-		}
-	}
-	for ( const char *path : { "resources/sprites/items_trans.png", "resources/sprites/bullets_trans.png",
-			"resources/sprites/exclamation.png", "resources/sprites/query.png", "resources/sprites/WTF.png" } ) {
-		const sPicture picture = Load( path );
-		EXPECT_EQ( CountUnoutlinedRim( picture, 0, 0, picture.width, picture.height, first ), 0 ) << path << ": first at " << first;
-	}
-}
-
 TEST( CharacterSheet, BandsRowsAndColumnsHoldTheRightFigures ) {
 	const sPicture sheet = Load( "resources/sprites/characters_trans.png" );
 	for ( int kind = 0; kind < 5; kind++ ) {
@@ -194,73 +119,6 @@ TEST( CharacterSheet, BandsRowsAndColumnsHoldTheRightFigures ) {
 				} else {
 					EXPECT_EQ( opaque, 0 ) << "kind " << kind << " has no skill or down rows, row " << row << " should be empty";
 				}
-			}
-		}
-	}
-}
-
-TEST( CharacterSheet, WalkColumnsStrideAndSkillAndDownRowsLookDifferent ) {
-	const sPicture sheet = Load( "resources/sprites/characters_trans.png" );
-	for ( int kind = 0; kind < 5; kind++ ) {
-		for ( int row = 0; row < 4; row++ ) {
-			const int left = kind * 96;
-			const int top = row * 32;
-			EXPECT_GT( sheet.CountDifferent( left, top, sheet, left + 32, top, 32, 32 ), 10 ) << "kind " << kind << " row " << row << ": column 0 must be a stride";
-			EXPECT_GT( sheet.CountDifferent( left + 64, top, sheet, left + 32, top, 32, 32 ), 10 ) << "kind " << kind << " row " << row << ": column 2 must be a stride";
-			EXPECT_GT( sheet.CountDifferent( left, top, sheet, left + 64, top, 32, 32 ), 10 ) << "kind " << kind << " row " << row << ": the strides must differ";
-			if ( kind < 2 ) {
-				EXPECT_GT( sheet.CountDifferent( left + 32, top, sheet, left + 32, top + 128, 32, 32 ), 40 ) << "kind " << kind << " row " << row << ": the skill must show";
-			}
-		}
-		for ( int other = 0; other < kind; other++ ) {
-			EXPECT_GT( sheet.CountDifferent( kind * 96 + 32, 0, sheet, other * 96 + 32, 0, 32, 32 ), 200 ) << "kinds " << kind << " and " << other << " look alike";
-		}
-	}
-	for ( int kind = 0; kind < 2; kind++ ) {
-		for ( int row = 0; row < 4; row++ ) {
-			EXPECT_GT( sheet.CountDifferent( kind * 96 + 32, 256, sheet, kind * 96 + 32, row * 32, 32, 32 ), 150 ) << "hero " << kind << " lying down looks like walking row " << row;
-		}
-	}
-}
-
-TEST( CharacterSheet, TheBossIsWidestAndTheMachineGunnerHeavierThanTheSoldier ) {
-	const sPicture sheet = Load( "resources/sprites/characters_trans.png" );
-	const int bossWidth = OpaqueWidth( sheet, 4 * 96 + 32, 0, 32 );
-	for ( int kind = 0; kind < 4; kind++ ) {
-		EXPECT_GT( bossWidth, OpaqueWidth( sheet, kind * 96 + 32, 0, 32 ) ) << "kind " << kind << " is as wide as the boss";
-	}
-	EXPECT_GT( sheet.CountOpaque( 3 * 96 + 32, 0, 32, 32 ), sheet.CountOpaque( 2 * 96 + 32, 0, 32, 32 ) );
-}
-
-TEST( SmallPictures, ItemsShotsAndExplosionFramesAreAllThereAndDistinct ) {
-	const sPicture items = Load( "resources/sprites/items_trans.png" );
-	for ( int kind : { 0, 2, 3, 4, 5 } ) {
-		EXPECT_GT( items.CountOpaque( kind * 32, 0, 32, 32 ), 120 ) << "item kind " << kind;
-		for ( int other : { 0, 2, 3, 4, 5 } ) {
-			if ( other < kind ) {
-				EXPECT_GT( items.CountDifferent( kind * 32, 0, items, other * 32, 0, 32, 32 ), 100 ) << "items " << kind << " and " << other;
-			}
-		}
-	}
-	const sPicture bullets = Load( "resources/sprites/bullets_trans.png" );
-	for ( int weapon = 0; weapon < 4; weapon++ ) {
-		EXPECT_EQ( bullets.AlphaAt( weapon * 20 + 10, 10 ), 0xFFu ) << "weapon " << weapon << "'s shot must sit in the middle of its box";
-		for ( int other = 0; other < weapon; other++ ) {
-			EXPECT_GT( bullets.CountDifferent( weapon * 20, 0, bullets, other * 20, 0, 20, 20 ), 20 ) << "shots " << weapon << " and " << other;
-		}
-	}
-	const sPicture explosions = Load( "resources/sprites/explosion_trans.png" );
-	for ( int row = 0; row < 2; row++ ) {
-		for ( int frame = 0; frame < 7; frame++ ) {
-			int visible = 0;
-			for ( int y = 0; y < 32; y++ ) {
-				for ( int x = 0; x < 32; x++ ) {
-					visible += explosions.AlphaAt( frame * 32 + x, row * 32 + y ) != 0 ? 1 : 0;
-				}
-			}
-			EXPECT_GT( visible, 8 ) << "explosion row " << row << " frame " << frame << " is empty";
-			if ( frame > 0 ) {
-				EXPECT_GT( explosions.CountDifferent( frame * 32, row * 32, explosions, ( frame - 1 ) * 32, row * 32, 32, 32 ), 20 ) << "row " << row << " frame " << frame << " does not move on";
 			}
 		}
 	}

@@ -6,7 +6,9 @@
 
 #include "LogCapture.h"
 #include "TempDir.h"
+#include "TestGame.h"
 #include "TestMaps.h"
+#include "actors/ActorTypes.h"
 #include "actors/Item.h"
 #include "world/Grid.h"
 #include "world/Scene.h"
@@ -46,7 +48,7 @@ protected:
 
 TEST_F( SceneFilesTest, EachLayerComesFromItsFileRowByRowWhateverTheLayout ) {
 	const std::vector<int32_t> walk = Numbered( 2 );
-	folder.WriteFile( "walkmap.txt", "\t" + Join( walk.begin(), walk.end(), "\n" ) + "+5 6 junk" );
+	folder.WriteFile( "walkmap.txt", "\t" + Join( walk.begin(), walk.end() - 1, "\n" ) + "237junk +5 x" );
 	folder.WriteFile( "overmap.txt", "+300 " + Join( walk.begin() + 1, walk.end(), "   " ) );
 	cScene scene( folder.GetPath() + "/" );
 	ASSERT_TRUE( scene.IsUsable() ) << log.GetText();
@@ -56,21 +58,25 @@ TEST_F( SceneFilesTest, EachLayerComesFromItsFileRowByRowWhateverTheLayout ) {
 	EXPECT_EQ( scene.GetObjectMap()[cell], 100 + cell % 97 );
 	EXPECT_EQ( scene.GetWalkMap()[CellIndex( 1, 1 )], 200 + 61 ) << "cell (1, 1) is number 61";
 	EXPECT_EQ( std::vector<int32_t>( scene.GetWalkMap(), scene.GetWalkMap() + MAP_CELLS ), walk )
-		<< "one number a line and junk after the last change nothing";
+		<< "one number a line, then text glued to the 4500th number (237) and more after it";
 	EXPECT_EQ( scene.GetOverMap()[0], 300 ) << "a leading plus sign is allowed";
 	EXPECT_EQ( scene.GetOverMap()[cell], 200 + cell % 97 );
 }
 
 TEST_F( SceneFilesTest, BrokenFileIsNamedInTheLogAndMakesTheSceneUnusable ) {
 	const std::vector<int32_t> codes = Numbered( 0 );
-	struct cBroken { const char *file; std::string text; std::string problem; };
+	typedef const int32_t *( cScene::*tLayer )() const;
+	struct cBroken { const char *file; tLayer layer; std::string text; std::string problem; };
+	const std::string first4498 = Join( codes.begin(), codes.begin() + 4498, " " );
 	const cBroken cases[] = {
-		{ "objectmap.txt", Join( codes.begin(), codes.begin() + 4212, " " ), "4212 of 4500 numbers" },
-		{ "overmap.txt", "", "0 of 4500 numbers" },
-		{ "basemap.txt", "1 2 1.5 4", "number 3 is not an integer: '1.5'" },
-		{ "basemap.txt", "7x", "number 1 is not an integer: '7x'" },
-		{ "walkmap.txt", "1 -", "number 2 is not an integer: '-'" },
-		{ "walkmap.txt", "99999999999", "number 1 is not an integer: '99999999999'" },
+		{ "objectmap.txt", &cScene::GetObjectMap, Join( codes.begin(), codes.begin() + 4212, " " ), "4212 of 4500 numbers" },
+		{ "overmap.txt", &cScene::GetOverMap, "", "0 of 4500 numbers" },
+		{ "basemap.txt", &cScene::GetBaseMap, "1 2 1.5 4", "number 3 is not an integer: '1.5'" },
+		{ "basemap.txt", &cScene::GetBaseMap, "7x", "number 1 is not an integer: '7x'" },
+		{ "basemap.txt", &cScene::GetBaseMap, first4498 + " 7x 5", "number 4499 is not an integer: '7x'" },
+		{ "walkmap.txt", &cScene::GetWalkMap, first4498 + " 1 x", "number 4500 is not an integer: 'x'" },
+		{ "walkmap.txt", &cScene::GetWalkMap, "1 -", "number 2 is not an integer: '-'" },
+		{ "walkmap.txt", &cScene::GetWalkMap, "99999999999", "number 1 is not an integer: '99999999999'" },
 	};
 	for ( const cBroken &c : cases ) {
 		SetUp();
@@ -81,6 +87,7 @@ TEST_F( SceneFilesTest, BrokenFileIsNamedInTheLogAndMakesTheSceneUnusable ) {
 		const std::vector<std::string> lines = log.GetLines();
 		ASSERT_EQ( lines.size(), linesBefore + 1 ) << "one line for: " << c.problem;
 		EXPECT_EQ( lines.back(), "Error loading map " + folder.GetFile( c.file ) + ": " + c.problem );
+		EXPECT_EQ( ( scene.*c.layer )()[1], 0 ) << "the numbers read before the failure are cleared: " << c.problem;
 	}
 	std::filesystem::remove( folder.GetFile( "walkmap.txt" ) );
 	cScene missing( folder.GetPath() + "/" );
@@ -153,6 +160,18 @@ TEST( SceneWalkTest, BodyIsFreeOnlyWithAllFourCornersOnFloorInsideTheWorld ) {
 	EXPECT_TRUE( scene->IsFree( 1888, 160, false ) );
 	EXPECT_FALSE( scene->IsFree( 1889, 160, false ) ) << "pixel 1920 lies beyond the last column";
 	EXPECT_FALSE( scene->IsFree( 100000, -100000, true ) );
+	EXPECT_TRUE( MakeOpenScene()->IsFree( 0, 0, false ) ) << "the world's top-left corner";
+	EXPECT_TRUE( scene->GetWalkCode( -1, 5 ) == 0 && scene->GetWalkCode( MAP_COLUMNS, 5 ) == 0 )
+		<< "cells beyond the floor of the grid's edges read as wall";
+}
+
+// Only the game writes 99; one read from the walk file is floor, cleared with the enemies' marks.
+TEST( SceneWalkTest, EnemyMarkReadFromTheMapIsPlainFloorAfterTheFirstFrame ) {
+	cTestGame game( MakeScene( { "E.E", "..." } ) );
+	game.AddPlayer( KIND_TAVESH, 32, 32 );
+	ASSERT_TRUE( game.Frames( 1 ) );
+	EXPECT_TRUE( game.GetScene().GetWalkCode( 0, 0 ) == WALK_FLOOR && game.GetScene().GetWalkCode( 2, 0 ) == WALK_FLOOR )
+		<< "the first cell of the grid too";
 }
 
 TEST( SceneDoorTest, OpeningOneDoorCellOpensItsWholeGroupButNotDiagonals ) {

@@ -1,5 +1,5 @@
 #pragma once
-// WAV files built byte by byte for the sound tests: the canonical layout, or one whose "fmt "
+// WAV files built byte by byte for the sound and fuzz tests: the canonical layout, or one whose "fmt "
 // chunk is longer than 16 bytes, with sample bytes that differ from their neighbours so that a
 // shifted or truncated copy shows.
 
