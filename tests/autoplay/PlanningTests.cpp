@@ -26,15 +26,8 @@ const std::vector<std::string> ROOM_WITH_PILLAR = {
 	"#.....",
 };
 
-// A map whose camera shows its top-left screen, as the final area's does.
-std::unique_ptr<cScene> MakeShownScene( const std::vector<std::string> &picture ) {
-	std::unique_ptr<cScene> scene = MakeScene( picture );
-	scene->SetCameraPosition( 0, 0 );
-	return scene;
-}
-
-std::unique_ptr<cScene> MakeShownOpenScene() {
-	std::unique_ptr<cScene> scene = MakeOpenScene();
+// The map with its camera on its top-left screen, as the final area's is.
+std::unique_ptr<cScene> Shown( std::unique_ptr<cScene> scene ) {
 	scene->SetCameraPosition( 0, 0 );
 	return scene;
 }
@@ -97,7 +90,7 @@ TEST( WalkLatticeTest, DistancesCountStraightAndSlantedMoves ) {
 }
 
 TEST( IncomingFireTest, AShotIsMetWhereTheBodyStandsAndMissedByOneThatStepsAside ) {
-	std::unique_ptr<cScene> scene = MakeShownOpenScene();
+	std::unique_ptr<cScene> scene = Shown( MakeOpenScene() );
 	tBulletList bullets;
 	// A soldier's shot flying down at 2 pixels a frame towards a body at (320, 180).
 	bullets.push_back( cBullet( 326, 106, 0, 1, WEAPON_ENEMY_GUN, KIND_SOLDIER ) );
@@ -114,18 +107,18 @@ TEST( IncomingFireTest, AShotIsMetWhereTheBodyStandsAndMissedByOneThatStepsAside
 }
 
 TEST( IncomingFireTest, WalkSlidesAlongWallsAndStaysInTheView ) {
-	std::unique_ptr<cScene> scene = MakeShownScene( ROOM_WITH_PILLAR );
+	std::unique_ptr<cScene> scene = Shown( MakeScene( ROOM_WITH_PILLAR ) );
 	cBodyTrack track;
 	cIncomingFire::Walk( *scene, 32, 40, 2, 1, -1, 10, 0, 0, 10, track );
 	EXPECT_EQ( track.xs[9], 52 ) << "up-right against the top wall slides right";
 	EXPECT_EQ( track.ys[9], 32 );
-	std::unique_ptr<cScene> open = MakeShownOpenScene();
+	std::unique_ptr<cScene> open = Shown( MakeOpenScene() );
 	cIncomingFire::Walk( *open, 600, 100, 2, 1, 0, 10, 0, 0, 10, track );
 	EXPECT_EQ( track.xs[9], 608 ) << "the camera holds the body inside the view";
 }
 
 TEST( IncomingFireTest, NearTheWanderingBossOnlyTheWayOutCounts ) {
-	std::unique_ptr<cScene> scene = MakeShownOpenScene();
+	std::unique_ptr<cScene> scene = Shown( MakeOpenScene() );
 	cIncomingFire incoming;
 	incoming.Forecast( *scene, 0, 0, tBulletList() );
 	incoming.KeepAwayFrom( 300, 300, 0, 0 );

@@ -30,29 +30,27 @@ TEST( GameStart, FailingGraphicsEndsTheStartWithItsLogLines ) {
 	headless.GetGame().Finalize();	// shutting down twice, or after a failed start, is harmless
 }
 
-TEST( GameStart, SilentGameStartsWithTheCursorInTheMiddle ) {
-	cLogCapture log;
-	cHeadlessGame headless;	// no sound backend: the device cannot be opened
-	ASSERT_TRUE( headless.Start() );
-	EXPECT_TRUE( log.Contains( "Error initializing Sound!" ) );
-	int32_t x = 0, y = 0;
-	headless.GetGame().GetInputLayer().GetMousePosition( x, y );
-	EXPECT_EQ( x, 320 );
-	EXPECT_EQ( y, 240 );
-	EXPECT_EQ( headless.GetGraphics().GetLiveTextureCount(), 22 ) << "all 22 pictures are loaded at start";
-	EXPECT_FALSE( headless.GetGraphics().WasFullscreenAsked() );
-}
-
-// A missing picture is only a gap: the game starts full screen without it and gives the rest back.
-TEST( GameStart, ShutDownGivesBackEveryPictureAndTheDevice ) {
-	cHeadlessGame headless;
-	headless.GetGraphics().SetMissingFile( "./resources/menu/credits.png" );
-	ASSERT_TRUE( headless.Start( true ) );
-	EXPECT_TRUE( headless.GetGraphics().WasFullscreenAsked() );
-	EXPECT_EQ( headless.GetGraphics().GetLiveTextureCount(), 21 );
-	headless.GetGame().Finalize();
-	EXPECT_EQ( headless.GetGraphics().GetLiveTextureCount(), 0 );
-	EXPECT_FALSE( headless.GetGraphics().IsDeviceReady() );
+// Without a sound device the game starts silent, and a missing picture is only a gap: the cursor
+// starts in the middle, the screen is full only when asked, and shut-down gives back every picture
+// and the device.
+TEST( GameStart, SilentGameWithAPictureMissingStartsAndGivesEverythingBack ) {
+	for ( const bool fullscreen : { false, true } ) {
+		cLogCapture log;
+		cHeadlessGame headless;		// no sound backend: the device cannot be opened
+		if ( fullscreen ) {
+			headless.GetGraphics().SetMissingFile( "./resources/menu/credits.png" );
+		}
+		ASSERT_TRUE( headless.Start( fullscreen ) );
+		EXPECT_TRUE( log.Contains( "Error initializing Sound!" ) );
+		int32_t x = 0, y = 0;
+		headless.GetGame().GetInputLayer().GetMousePosition( x, y );
+		EXPECT_TRUE( x == 320 && y == 240 ) << "the cursor starts at (" << x << ", " << y << ")";
+		EXPECT_EQ( headless.GetGraphics().WasFullscreenAsked(), fullscreen );
+		EXPECT_EQ( headless.GetGraphics().GetLiveTextureCount(), fullscreen ? 21 : 22 ) << "all 22 pictures but the missing one";
+		headless.GetGame().Finalize();
+		EXPECT_EQ( headless.GetGraphics().GetLiveTextureCount(), 0 );
+		EXPECT_FALSE( headless.GetGraphics().IsDeviceReady() );
+	}
 }
 
 namespace {

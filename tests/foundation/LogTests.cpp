@@ -22,13 +22,6 @@ TEST( Log, RestartEmptiesTheFileAndWritesAppendLines ) {
 	cLog::Restart( "log.txt" );
 }
 
-TEST( Log, ErrorBlockHasThreeLinesInOneEntry ) {
-	cLogCapture log;
-	cLog::WriteError( "Getting keyboard device state", "SDL_GetKeyboardState() failed", "no keyboard" );
-	EXPECT_EQ( log.GetText(),
-			   "Error: Getting keyboard device state\nCode: SDL_GetKeyboardState() failed\nDescription: no keyboard\n" );
-}
-
 TEST( Log, LongEntriesAreCutAt255CharactersAndStillEndTheLine ) {
 	cLogCapture log;
 	cLog::Write( std::string( 400, 'x' ).c_str() );
