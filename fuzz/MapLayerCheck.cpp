@@ -76,20 +76,12 @@ bool ReadReferenceLayer( const uint8_t *data, size_t size, std::vector<int32_t> 
 	return true;
 }
 
-std::string FindDifferentCell( const int32_t *layer, const std::vector<int32_t> &expected ) {
+// The first cell that holds something else than expected; a refused layer is expected to be all wall.
+std::string FindDifferentCell( const int32_t *layer, const std::vector<int32_t> &expected, bool loaded ) {
 	for ( int cell = 0; cell < MAP_CELLS; cell++ ) {
 		if ( layer[cell] != expected[cell] ) {
-			return "cell " + std::to_string( cell ) + " holds " + std::to_string( layer[cell] ) + " where the file says " +
-				   std::to_string( expected[cell] );
-		}
-	}
-	return std::string();
-}
-
-std::string FindNonWallCell( const int32_t *layer ) {
-	for ( int cell = 0; cell < MAP_CELLS; cell++ ) {
-		if ( layer[cell] != 0 ) {
-			return "a refused layer keeps " + std::to_string( layer[cell] ) + " at cell " + std::to_string( cell );
+			return ( loaded ? "" : "a refused layer: " ) + std::string( "cell " ) + std::to_string( cell ) + " holds " +
+				   std::to_string( layer[cell] ) + " where " + std::to_string( expected[cell] ) + " was expected";
 		}
 	}
 	return std::string();
@@ -114,13 +106,10 @@ std::string FindBrokenMapRule( const cMapLoad &load, const int32_t *layer, bool 
 	if ( valid != load.loaded ) {
 		return valid ? "a layer of 4500 integers was refused" : "a file without 4500 integers was accepted as a layer";
 	}
-	if ( load.loaded ) {
-		return FindDifferentCell( layer, expected );
-	}
-	if ( load.log.find( "Error loading map " + load.path ) == std::string::npos ) {
+	if ( !load.loaded && load.log.find( "Error loading map " + load.path ) == std::string::npos ) {
 		return "a refused layer left no line in the log";
 	}
-	return FindNonWallCell( layer );
+	return FindDifferentCell( layer, load.loaded ? expected : std::vector<int32_t>( MAP_CELLS, 0 ), load.loaded );
 }
 
 }

@@ -59,16 +59,16 @@ protected:
 		gameState = STATE_MAIN_MENU;
 	}
 
-	// Plugs in a pad, which the game opens with the next events; its instance id, as SDL's events
-	// and the backend name it.
-	SDL_JoystickID Attach() {
+	// Plugs in a pad (or another device), which the game opens with the next events; its instance id,
+	// as SDL's events and the backend name it.
+	SDL_JoystickID Attach( SDL_JoystickType type = SDL_JOYSTICK_TYPE_GAMECONTROLLER, const char *name = "Virtual pad" ) {
 		SDL_VirtualJoystickDesc desc;
 		SDL_zero( desc );
 		desc.version = SDL_VIRTUAL_JOYSTICK_DESC_VERSION;
-		desc.type = SDL_JOYSTICK_TYPE_GAMECONTROLLER;
+		desc.type = type;
 		desc.naxes = SDL_CONTROLLER_AXIS_MAX;
 		desc.nbuttons = SDL_CONTROLLER_BUTTON_MAX;
-		desc.name = "Virtual pad";
+		desc.name = name;
 		desc.userdata = &rumbles[attached++ % MAX_PADS];
 		desc.Rumble = CountRumble;
 		const int index = SDL_JoystickAttachVirtualEx( &desc );
@@ -212,14 +212,7 @@ TEST_F( SdlPadTest, UnpluggedInPlayPausesAndPluggedBackInDrivesTheSamePlayer ) {
 
 TEST_F( SdlPadTest, JoystickWithoutAMappingIsLoggedAndLeftAlone ) {
 	cLogCapture log;
-	SDL_VirtualJoystickDesc desc;
-	SDL_zero( desc );
-	desc.version = SDL_VIRTUAL_JOYSTICK_DESC_VERSION;
-	desc.type = SDL_JOYSTICK_TYPE_WHEEL;
-	desc.naxes = 1;
-	desc.nbuttons = 1;
-	desc.name = "Odd wheel";
-	ASSERT_GE( SDL_JoystickAttachVirtualEx( &desc ), 0 );
+	Attach( SDL_JOYSTICK_TYPE_WHEEL, "Odd wheel" );
 	Frames( 2 );
 	ASSERT_FALSE( SDL_IsGameController( 0 ) ) << "SDL made a mapping for the wheel: pick another device";
 	const std::string text = log.GetText();

@@ -114,44 +114,35 @@ TEST( FuzzRegressions, GameResourcesKeepEveryRule ) {
 	EXPECT_GE( replays, 1u );
 }
 
-TEST( FuzzRegressions, HostileMapLayersKeepEveryRule ) {
+// Hostile map layers and sounds made here, at the readers' edges.
+TEST( FuzzRegressions, HostileMapLayersAndSoundsKeepEveryRule ) {
 	const std::string zeros = Repeat( "0", MAP_CELLS - 1, " " );
 	const struct {
+		tCheck			check;
 		const char *	what;
 		std::string		bytes;
 	} cases[] = {
-		{ "an empty file", "" },
-		{ "blanks only", std::string( 5000, ' ' ) },
-		{ "4499 numbers", zeros },
-		{ "the lowest int32_t last", zeros + " -2147483648" },
-		{ "one beyond the highest int32_t last", zeros + " 2147483648" },
-		{ "a zero byte after the last number's digits", zeros + std::string( " 7\0", 3 ) + "9" },
-		{ "a zero byte alone as the last number", zeros + std::string( " \0", 2 ) },
-		{ "every kind of blank between numbers", Repeat( "1\t-2\v+3\f4\r\n", MAP_CELLS / 4 + 1, " " ) },
-		{ "4500 numbers, then anything", zeros + " 5 \xff\xfe garbage" },
-		{ "a lone sign last", zeros + " -" },
-		{ "64 KB of digits in one number", std::string( 65536, '7' ) },
+		{ CheckMapLayer, "an empty file", "" },
+		{ CheckMapLayer, "blanks only", std::string( 5000, ' ' ) },
+		{ CheckMapLayer, "4499 numbers", zeros },
+		{ CheckMapLayer, "the lowest int32_t last", zeros + " -2147483648" },
+		{ CheckMapLayer, "one beyond the highest int32_t last", zeros + " 2147483648" },
+		{ CheckMapLayer, "a zero byte after the last number's digits", zeros + std::string( " 7\0", 3 ) + "9" },
+		{ CheckMapLayer, "a zero byte alone as the last number", zeros + std::string( " \0", 2 ) },
+		{ CheckMapLayer, "every kind of blank between numbers", Repeat( "1\t-2\v+3\f4\r\n", MAP_CELLS / 4 + 1, " " ) },
+		{ CheckMapLayer, "4500 numbers, then anything", zeros + " 5 \xff\xfe garbage" },
+		{ CheckMapLayer, "a lone sign last", zeros + " -" },
+		{ CheckMapLayer, "64 KB of digits in one number", std::string( 65536, '7' ) },
+		{ CheckWave, "an empty sound", "" },
+		{ CheckWave, "43 bytes", WaveHeader( 2, 44100, 16, 0 ).substr( 0, 43 ) },
+		{ CheckWave, "the smallest sound: one 8-bit mono sample", WaveHeader( 1, 8000, 8, 1 ) + "\x80" },
+		{ CheckWave, "4 GB announced", WaveHeader( 2, 44100, 16, 0xFFFFFFFC ) + "abcd" },
+		{ CheckWave, "one byte short", WaveHeader( 2, 44100, 16, 8 ) + "1234567" },
+		{ CheckWave, "half a 16-bit frame", WaveHeader( 1, 22050, 16, 3 ) + "abc" },
+		{ CheckWave, "no channels", WaveHeader( 0, 44100, 16, 4 ) + "abcd" },
 	};
 	for ( const auto &test : cases ) {
-		EXPECT_EQ( RunCheck( CheckMapLayer, test.bytes ), "" ) << test.what;
-	}
-}
-
-TEST( FuzzRegressions, HostileSoundsKeepEveryRule ) {
-	const struct {
-		const char *	what;
-		std::string		bytes;
-	} cases[] = {
-		{ "an empty file", "" },
-		{ "43 bytes", WaveHeader( 2, 44100, 16, 0 ).substr( 0, 43 ) },
-		{ "the smallest sound: one 8-bit mono sample", WaveHeader( 1, 8000, 8, 1 ) + "\x80" },
-		{ "4 GB announced", WaveHeader( 2, 44100, 16, 0xFFFFFFFC ) + "abcd" },
-		{ "one byte short", WaveHeader( 2, 44100, 16, 8 ) + "1234567" },
-		{ "half a 16-bit frame", WaveHeader( 1, 22050, 16, 3 ) + "abc" },
-		{ "no channels", WaveHeader( 0, 44100, 16, 4 ) + "abcd" },
-	};
-	for ( const auto &test : cases ) {
-		EXPECT_EQ( RunCheck( CheckWave, test.bytes ), "" ) << test.what;
+		EXPECT_EQ( RunCheck( test.check, test.bytes ), "" ) << test.what;
 	}
 }
 
