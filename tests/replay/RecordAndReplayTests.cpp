@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
-
 #include "app/Game.h"
 #include "app/GameState.h"
 #include "app/MenuEntries.h"
@@ -30,8 +28,6 @@ namespace {
 
 const int STEPS = 420;
 const std::time_t CALENDAR = 1700000000;
-
-using tScript = std::function<void( cScriptedInputBackend &, int )>;
 
 void Click( cScriptedInputBackend &input, int step, int at, int entry ) {
 	if ( step == at || step == at + 1 ) {
@@ -58,30 +54,39 @@ void PlayAGame( cScriptedInputBackend &input, int step, int turnKey ) {
 	Click( input, step, 370, 4 );
 }
 
-// The game on the scripted input through a recorder, the clock moving 15 msec a step and the
-// calendar second with it, as in the program; between steps a tool reads the clock, as the
-// autoplay bots' probes do, which is no part of the game's steps.
-cRecording Record( const tScript &script ) {
+// A game on the given input and sound, drawing nowhere, shut down when it goes.
+struct cGameOn {
+	cGameOn( cInputBackend &input, cSoundBackend *sound ) {
+		graphics.SetRecording( false );
+		cPlatform platform;
+		platform.graphics = &graphics;
+		platform.input = &input;
+		platform.sound = sound;
+		EXPECT_TRUE( game.Init( platform, false ) );
+	}
+	~cGameOn() { game.Finalize(); }
+
+	cRecordingGraphicsBackend	graphics;
+	cGame						game;
+};
+
+// The scripted game through a recorder, the clock moving 15 msec a step and the calendar second
+// with it, as in the program; between steps a tool reads the clock, as the autoplay bots' probes
+// do, which is no part of the game's steps.
+cRecording Record( int turnKey ) {
 	cManualClock clock( 1000, CALENDAR );
 	cScriptedInputBackend input;
-	cRecordingGraphicsBackend graphics;
-	graphics.SetRecording( false );
 	cRecordingSoundBackend sound;
 	cRecorder recorder( input, clock );
 	SetClock( &recorder.GetClock() );
 	gameState = STATE_MAIN_MENU;
 	cRecording recording;
 	{
-		cGame game;
-		cPlatform platform;
-		platform.graphics = &graphics;
-		platform.input = &recorder.GetInput();
-		platform.sound = &sound;
-		EXPECT_TRUE( game.Init( platform, false ) );
-		recorder.Watch( game );
+		cGameOn on( recorder.GetInput(), &sound );
+		recorder.Watch( on.game );
 		for ( int step = 1; step <= STEPS; step++ ) {
-			script( input, step );
-			StepGame( game );
+			PlayAGame( input, step, turnKey );
+			StepGame( on.game );
 			recorder.EndStep();
 			GetTickCount();
 			clock.Advance( cGame::FRAME_TIME );
@@ -89,7 +94,6 @@ cRecording Record( const tScript &script ) {
 		}
 		EXPECT_EQ( gameState, STATE_PLAYING ) << "the script should end in play";
 		recording = recorder.GetRecording();
-		game.Finalize();
 	}
 	SetClock( nullptr );
 	gameState = STATE_MAIN_MENU;
@@ -102,8 +106,8 @@ cRecording Record( const tScript &script ) {
 // 150; and a tape whose sound device is said not to have opened.
 TEST( RecordAndReplayTest, AReplayThatGoesAnotherWayStopsAtTheFirstCheckpointThatDisagrees ) {
 	cLogCapture log;
-	const cRecording left = Record( []( cScriptedInputBackend &input, int step ) { PlayAGame( input, step, KEY_A ); } );
-	cRecording mixed = Record( []( cScriptedInputBackend &input, int step ) { PlayAGame( input, step, KEY_W ); } );
+	const cRecording left = Record( KEY_A );
+	cRecording mixed = Record( KEY_W );
 	mixed.tape = left.tape;
 	cReplayOutcome outcome = cReplayCheck::Run( mixed );
 	EXPECT_FALSE( outcome.matched );
@@ -123,7 +127,7 @@ TEST( RecordAndReplayTest, AReplayThatGoesAnotherWayStopsAtTheFirstCheckpointTha
 // player's Escape is only watched; after it, the game reads the player's keys, and the tick count
 // goes on from the recording's last.
 TEST( RecordAndReplayTest, AScriptedGameReplaysExactlyAndThenThePlayerTakesOver ) {
-	const cRecording recording = Record( []( cScriptedInputBackend &input, int step ) { PlayAGame( input, step, KEY_A ); } );
+	const cRecording recording = Record( KEY_A );
 	ASSERT_EQ( recording.checkpoints.size(), 5u );
 	EXPECT_EQ( recording.checkpoints.back().step, static_cast<uint64_t>( STEPS ) );
 	EXPECT_EQ( cReplayCheck::Run( recording ).finalHash, recording.checkpoints.back().total );
@@ -132,17 +136,11 @@ TEST( RecordAndReplayTest, AScriptedGameReplaysExactlyAndThenThePlayerTakesOver 
 	cManualClock clock( 5, CALENDAR );
 	cReplay replay( recording, &player, clock );
 	cReplaySound sound( nullptr, recording.soundOpened );
-	cRecordingGraphicsBackend graphics;
-	graphics.SetRecording( false );
 	SetClock( &replay.GetClock() );
 	gameState = STATE_MAIN_MENU;
 	{
-		cGame game;
-		cPlatform platform;
-		platform.graphics = &graphics;
-		platform.input = &replay.GetInput();
-		platform.sound = &sound;
-		ASSERT_TRUE( game.Init( platform, false ) );
+		cGameOn on( replay.GetInput(), &sound );
+		cGame &game = on.game;
 		while ( replay.IsPlaying() && !replay.IsAtEnd() ) {
 			StepGame( game );
 			replay.CheckStep( game );
@@ -156,7 +154,6 @@ TEST( RecordAndReplayTest, AScriptedGameReplaysExactlyAndThenThePlayerTakesOver 
 		EXPECT_EQ( gameState, STATE_PAUSE ) << "the player's Escape";
 		clock.Advance( cGame::FRAME_TIME );
 		EXPECT_EQ( replay.GetClock().GetTickCount(), lastTick + cGame::FRAME_TIME );
-		game.Finalize();
 	}
 	SetClock( nullptr );
 	gameState = STATE_MAIN_MENU;
@@ -167,27 +164,19 @@ TEST( RecordAndReplayTest, AScriptedGameReplaysExactlyAndThenThePlayerTakesOver 
 TEST( RecordAndReplayTest, TheWindowsReplayRunsFastOnAKeyAndLeavesOnEscape ) {
 	cTempDir dir;
 	std::string error;
-	ASSERT_TRUE( cReplayFile::Save( dir.GetFile( "game.kmr" ), Record( []( cScriptedInputBackend &input, int step ) {
-		PlayAGame( input, step, KEY_A );
-	} ), error ) );
+	ASSERT_TRUE( cReplayFile::Save( dir.GetFile( "game.kmr" ), Record( KEY_A ), error ) );
 	const char *argv[] = { "kormaveth2d", "--replay", "" };
 	const std::string file = dir.GetFile( "game.kmr" );
 	argv[2] = file.c_str();
 	for ( const int key : { KEY_K, KEY_ESCAPE } ) {
 		cScriptedInputBackend player;
 		cManualClock clock( 5, CALENDAR );
-		cRecordingGraphicsBackend graphics;
-		graphics.SetRecording( false );
 		cSession session;
 		ASSERT_TRUE( session.Open( cCommandLine::Parse( 3, argv ), player, nullptr, clock, error ) ) << error;
 		SetClock( &session.GetClock() );
 		gameState = STATE_MAIN_MENU;
-		cGame game;
-		cPlatform platform;
-		platform.graphics = &graphics;
-		platform.input = &session.GetInput();
-		platform.sound = session.GetSound();
-		ASSERT_TRUE( game.Init( platform, false ) );
+		cGameOn on( session.GetInput(), session.GetSound() );
+		cGame &game = on.game;
 		int steps = 0;
 		for ( ; session.IsReplaying() && steps < STEPS; steps++ ) {
 			player.SetKey( key, steps >= 50 );
@@ -197,7 +186,6 @@ TEST( RecordAndReplayTest, TheWindowsReplayRunsFastOnAKeyAndLeavesOnEscape ) {
 		EXPECT_EQ( steps, key == KEY_K ? 51 + ( STEPS - 51 + 3 ) / 4 : 52 ) << "key " << key;
 		EXPECT_EQ( gameState, STATE_MAIN_MENU );
 		EXPECT_EQ( game.GetScene(), nullptr );
-		game.Finalize();
-		SetClock( nullptr );
 	}
+	SetClock( nullptr );
 }
