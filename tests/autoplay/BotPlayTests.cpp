@@ -11,6 +11,7 @@
 #include "AutoplayGame.h"
 #include "Bot.h"
 #include "IncomingFire.h"
+#include "TestGame.h"
 #include "TestMaps.h"
 #include "actors/Bullet.h"
 #include "actors/Player.h"
@@ -25,30 +26,27 @@ namespace {
 class BotPlayTest : public ::testing::Test {
 protected:
 	void SetUpMap( const std::vector<std::string> &picture, uint32_t players ) {
-		ASSERT_TRUE( headless.Start() );
-		Game().SetUpGame( MakeScene( picture ) );
-		Game().GetScene()->SetCameraPosition( 0, 0 );		// the top-left screen, where the maps lie
+		test = std::make_unique<cTestGame>( MakeScene( picture ) );
+		test->GetScene().SetCameraPosition( 0, 0 );		// the top-left screen, where the maps lie
 		Game().GetConfig().SetPlayers( players );
-		gameState = STATE_PLAYING;
 	}
-	cGame &Game() { return headless.GetGame(); }
+	cGame &Game() { return test->GetGame(); }
 	cPlayer &AddPlayer( int32_t kind, int32_t x, int32_t y ) {
-		Game().GetPlayers()->push_back( std::make_unique<cPlayer>( kind, x, y ) );
 		bots.push_back( std::make_unique<cBot>( static_cast<int>( bots.size() ), cBotOptions() ) );
-		return static_cast<cPlayer &>( *Game().GetPlayers()->back() );
+		return test->AddPlayer( kind, x, y );
 	}
 	// One frame with every bot at its player's keys; the keys are handed back for a look.
 	std::vector<cBotKeys> Frame() {
 		std::vector<cBotKeys> pressed;
 		for ( size_t i = 0; i < bots.size(); i++ ) {
 			pressed.push_back( bots[i]->Think( Game() ) );
-			PressBotKeys( headless, static_cast<int>( i ), pressed.back() );
+			PressBotKeys( test->GetHeadless(), static_cast<int>( i ), pressed.back() );
 		}
-		EXPECT_TRUE( headless.Frame() );
+		EXPECT_TRUE( test->Frames() );
 		return pressed;
 	}
 
-	cHeadlessGame					headless;
+	std::unique_ptr<cTestGame>			test;
 	std::vector<std::unique_ptr<cBot>>	bots;
 };
 
@@ -72,7 +70,7 @@ const std::vector<std::string> HALL = {
 TEST_F( BotPlayTest, TurnsToASoldierInItsRowAndShootsItDown ) {
 	SetUpMap( HALL, 1 );
 	cPlayer &tavesh = AddPlayer( KIND_TAVESH, 64, 64 );		// facing up, the soldier to its right
-	Game().GetEnemies()->push_back( std::make_unique<cEnemy>( KIND_SOLDIER, 320, 64, DIR_RIGHT, 1 ) );
+	test->AddEnemy( KIND_SOLDIER, 320, 64, DIR_RIGHT );
 	int frames = 0;
 	while ( !Game().GetEnemies()->empty() && frames < 300 ) {
 		Frame();

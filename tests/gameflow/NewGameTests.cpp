@@ -139,11 +139,7 @@ protected:
 		NewGameTest::SetUp();
 		original = std::filesystem::current_path();
 		std::filesystem::create_directories( folder.GetFile( "resources/map" ) );
-		cTempDir mapFolder;
-		DrawLayers( { "...." }, 5, 5 ).WriteFiles( mapFolder );
-		for ( const char *name : { "basemap.txt", "objectmap.txt", "walkmap.txt", "overmap.txt" } ) {
-			std::filesystem::copy_file( mapFolder.GetFile( name ), folder.GetFile( std::string( "resources/map/" ) + name ) );
-		}
+		DrawLayers( { "...." }, 5, 5 ).WriteFiles( folder, "resources/map/" );
 		std::filesystem::current_path( folder.GetPath() );
 	}
 	void TearDown() override { std::filesystem::current_path( original ); }

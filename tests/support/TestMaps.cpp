@@ -26,11 +26,11 @@ std::unique_ptr<cScene> cTestLayers::Build() const {
 	return cScene::FromLayers( base, object, walk, over );
 }
 
-void cTestLayers::WriteFiles( const cTempDir &folder ) const {
-	folder.WriteFile( "basemap.txt", FormatLayer( base ) );
-	folder.WriteFile( "objectmap.txt", FormatLayer( object ) );
-	folder.WriteFile( "walkmap.txt", FormatLayer( walk ) );
-	folder.WriteFile( "overmap.txt", FormatLayer( over ) );
+void cTestLayers::WriteFiles( const cTempDir &folder, const std::string &under ) const {
+	folder.WriteFile( under + "basemap.txt", FormatLayer( base ) );
+	folder.WriteFile( under + "objectmap.txt", FormatLayer( object ) );
+	folder.WriteFile( under + "walkmap.txt", FormatLayer( walk ) );
+	folder.WriteFile( under + "overmap.txt", FormatLayer( over ) );
 }
 
 cTestLayers DrawLayers( const std::vector<std::string> &picture, int column, int row ) {

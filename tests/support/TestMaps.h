@@ -25,8 +25,9 @@ struct cTestLayers {
 	std::vector<int32_t>		over;
 
 	std::unique_ptr<cScene>		Build() const;
-	// Writes the layers as basemap.txt, objectmap.txt, walkmap.txt and overmap.txt into the folder.
-	void						WriteFiles( const cTempDir &folder ) const;
+	// Writes the layers as basemap.txt, objectmap.txt, walkmap.txt and overmap.txt into the folder
+	// (under the subfolder given, which must exist).
+	void						WriteFiles( const cTempDir &folder, const std::string &under = "" ) const;
 };
 
 // The picture's top-left character lands on cell (column, row). A character not in the legend
