@@ -8,7 +8,7 @@
 #include "actors/Explosion.h"
 #include "app/GameState.h"
 #include "input/KeyCodes.h"
-#include "platform/headless/HeadlessGame.h"
+#include "harness/HeadlessGame.h"
 #include "sound/headless/RecordingSoundBackend.h"
 #include "world/Scene.h"
 
