@@ -16,7 +16,7 @@ doc=${KMVT_BENCH_DOC:-docs/performance.md}
 scripts/deps.sh test
 
 echo "== Release build of the game and its benchmarks in $build"
-cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=Release -DKMVT_BUILD_TESTS=OFF -DKMVT_BUILD_TOOLS=ON > /dev/null
+cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=Release -DKMVT_BUILD_TESTS=OFF -DKMVT_BUILD_TOOLS=OFF -DKMVT_BUILD_BENCHMARKS=ON > /dev/null
 cmake --build "$build" -j"$(nproc)" --target kormaveth2d bench-ai bench-game bench-render bench-frame > /dev/null
 
 out=$(mktemp -d)
@@ -24,16 +24,16 @@ trap 'rm -rf "$out"' EXIT
 load_before=$(cut -d' ' -f1-3 /proc/loadavg)
 
 echo "== Path search and the enemies' frame (bench-ai)"
-"$build/tools/bench-ai/bench-ai" --resources="$root" | tee "$out/ai.txt"
+"$build/bench/ai/bench-ai" --resources="$root" | tee "$out/ai.txt"
 echo "== The game's step over autoplay games (bench-game)"
-"$build/tools/bench-game/bench-game" --resources="$root" | tee "$out/game.txt"
+"$build/bench/game/bench-game" --resources="$root" | tee "$out/game.txt"
 echo "== One busy frame drawn on the software renderer (bench-render)"
-"$build/tools/bench-render/bench-render" --resources="$root" | tee "$out/render.txt"
+"$build/bench/render/bench-render" --resources="$root" | tee "$out/render.txt"
 echo "== The frame loop on simulated displays and on the real clock (bench-frame)"
-"$build/tools/bench-frame/bench-frame" --resources="$root" | tee "$out/frame.txt"
+"$build/bench/frame/bench-frame" --resources="$root" | tee "$out/frame.txt"
 echo "== The share of a core of the idle main menu, the idle pause screen and a game in play"
 for screen in menu pause play; do
-  tools/bench-idle/idle-menu-cpu.sh "$build/kormaveth2d" "$root/resources" 20 "$screen" | tee -a "$out/idle.txt"
+  bench/idle/idle-menu-cpu.sh "$build/kormaveth2d" "$root/resources" 20 "$screen" | tee -a "$out/idle.txt"
 done
 
 # A counter of a Google Benchmark row, such as per_search=26.3us: the number, without its unit.
@@ -129,7 +129,7 @@ $(. /etc/os-release && echo "$PRETTY_NAME"); load average $load_before before th
   that never waits: the interval between the starts of two steps. Its 99th percentile is how late
   the system wakes the game: with other builds busy on both cores it was 18 to 20 ms. The median
   stays at 15.0 ms whatever the load, since a late step moves no later deadline.
-- **Idle screens and play** (\`tools/bench-idle/idle-menu-cpu.sh\`): the real game under Xvfb,
+- **Idle screens and play** (\`bench/idle/idle-menu-cpu.sh\`): the real game under Xvfb,
   answered No, left in the main menu, or on the pause screen of a game, or in a game of one player
   nobody plays; the processor time it used over 20 s. Under Xvfb the renderer is Mesa's software
   OpenGL, so drawing costs the processor what a graphics card would otherwise do.
@@ -157,7 +157,7 @@ displays cost 21 % (50 Hz) and 5 % (60 Hz) of the game's speed before.
 
 A game in play draws a frame after every step, 66 a second, and under Xvfb SDL's renderer runs
 on Mesa's software OpenGL (llvmpipe). A \`perf\` profile of the game in play over 8 s
-(\`KMVT_BENCH_PERF=file tools/bench-idle/idle-menu-cpu.sh GAME RESOURCES 8 play\`): 58 % in
+(\`KMVT_BENCH_PERF=file bench/idle/idle-menu-cpu.sh GAME RESOURCES 8 play\`): 58 % in
 llvmpipe's compiled rasterising code, 27 % in Mesa's software driver (swrast_dri.so), 7 % in the
 kernel, 3 % in SDL, 3 % in the C library and 1.5 % in the game itself. Its steps, drawing calls
 included, are a small part; the picture's pixels are the processor's work where a graphics card

@@ -20,7 +20,7 @@ fi
 
 echo "== Fuzz build (clang, libFuzzer, ASan, UBSan) in $build"
 cmake -S . -B "$build" -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_BUILD_TYPE=Debug -DKMVT_FUZZ=ON \
-      -DKMVT_BUILD_TESTS=OFF -DKMVT_BUILD_TOOLS=OFF > /dev/null
+      -DKMVT_BUILD_TESTS=OFF -DKMVT_BUILD_TOOLS=OFF -DKMVT_BUILD_BENCHMARKS=OFF > /dev/null
 cmake --build "$build" -j"$(nproc)" --target "${targets[@]/#/kmvt_fuzz_}" > "$build/fuzz-build.log" 2>&1 ||
   { cat "$build/fuzz-build.log"; exit 1; }
 fuzz/make-seeds.sh "$build/seeds"

@@ -5,7 +5,7 @@
 set -eu
 root=$(cd "$(dirname "$0")/.." && pwd)
 build=${1:-"$root/../build-art"}
-cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=Release -DKMVT_BUILD_TESTS=OFF -DKMVT_BUILD_TOOLS=ON >/dev/null
+cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=Release -DKMVT_BUILD_TESTS=OFF -DKMVT_BUILD_TOOLS=ON -DKMVT_BUILD_BENCHMARKS=OFF >/dev/null
 cmake --build "$build" --target kmvt_art kmvt_audio -j2
 mkdir -p "$root/resources/menu" "$root/resources/sprites" "$root/resources/icon" "$root/resources/audio" \
 	"$root/docs/images" "$root/tests/resources"

@@ -5,7 +5,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/deps.sh play
-cmake -S . -B build/level -DCMAKE_BUILD_TYPE=Release -DKMVT_BUILD_TESTS=OFF -DKMVT_BUILD_TOOLS=ON > /dev/null
+cmake -S . -B build/level -DCMAKE_BUILD_TYPE=Release -DKMVT_BUILD_TESTS=OFF -DKMVT_BUILD_TOOLS=ON -DKMVT_BUILD_BENCHMARKS=OFF > /dev/null
 cmake --build build/level -j"$(nproc)" --target kmvt_level kmvt_level_render
 build/level/tools/level/kmvt_level tools/level/town.txt resources/map/
 build/level/tools/level/kmvt_level_render docs/images/

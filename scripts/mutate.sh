@@ -157,7 +157,7 @@ fi
 build="$work/build"
 configure() {
 	cmake -S "$work/src" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DKMVT_WERROR=OFF \
-		-DKMVT_BUILD_TOOLS=OFF -DCMAKE_CXX_COMPILER_LAUNCHER=ccache > "$work/configure.log"
+		-DKMVT_BUILD_TOOLS=OFF -DKMVT_BUILD_BENCHMARKS=OFF -DCMAKE_CXX_COMPILER_LAUNCHER=ccache > "$work/configure.log"
 }
 run_tests() {
 	ctest --test-dir "$build" -j2 --timeout 60 --stop-on-failure -E '^e2e\.|soak' > "$work/ctest.log" 2>&1

@@ -19,7 +19,7 @@ export CXXFLAGS LDFLAGS
 echo "== Release build for /usr in $build"
 cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX=/usr \
       -DCMAKE_INSTALL_BINDIR=games -DKMVT_INSTALL_DATADIR=share/games/kormaveth2d \
-      -DKMVT_BUILD_TESTS=OFF -DKMVT_BUILD_TOOLS=OFF > /dev/null
+      -DKMVT_BUILD_TESTS=OFF -DKMVT_BUILD_TOOLS=OFF -DKMVT_BUILD_BENCHMARKS=OFF > /dev/null
 cmake --build "$build" -j"$(nproc)"
 
 echo "== Package"

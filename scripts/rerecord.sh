@@ -12,12 +12,12 @@ build=${KMVT_BUILD:-build/test}
 out=$root/tests/replays
 
 cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=Release > /dev/null
-cmake --build "$build" -j2 --target kmvt_autoplay_bin > /dev/null
+cmake --build "$build" -j2 --target kmvt_autoplay > /dev/null
 rm -f "$out"/*.kmr
 mkdir -p "$out"
 
 play() {
-  "$build/tools/autoplay/kmvt_autoplay" --resources="$root" --record="$out" "$@" | sed 's/  UpdateInGame.*//'
+  "$build/harness/kmvt_autoplay" --resources="$root" --record="$out" "$@" | sed 's/  UpdateInGame.*//'
 }
 
 # Victories: each character alone, both together, each difficulty; the calendar second moving on

@@ -17,7 +17,7 @@ allowed=${KMVT_SOAK_GROWTH:-5}
 scripts/deps.sh play
 
 cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo -DKMVT_SANITIZE=ON -DKMVT_BUILD_TESTS=OFF > /dev/null
-cmake --build "$build" -j"$(nproc)" --target kmvt_autoplay_bin
+cmake --build "$build" -j"$(nproc)" --target kmvt_autoplay
 
 # Freed memory goes back to the allocator at once instead of waiting in a large quarantine, so
 # that the resident memory shows what the game keeps; use-after-free is still caught.
@@ -29,7 +29,7 @@ log=$(mktemp -d)
 trap 'rm -rf "$log"' EXIT
 echo "== $games games of at most $frames frames, sanitizers on"
 set +e
-( cd "$build" && tools/autoplay/kmvt_autoplay --vary --games="$games" --frames="$frames" --memory-every=10 ) \
+( cd "$build" && harness/kmvt_autoplay --vary --games="$games" --frames="$frames" --memory-every=10 ) \
   2> "$log/err.txt" | tee "$log/out.txt"
 status=${PIPESTATUS[0]}
 set -e

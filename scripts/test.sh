@@ -16,7 +16,7 @@ cmake --build build/test -j"$jobs"
 ctest --test-dir build/test --output-on-failure -j"$jobs"
 
 echo "== Sanitizer build and tests"
-cmake -S . -B build/asan -DCMAKE_BUILD_TYPE=Debug -DKMVT_SANITIZE=ON -DKMVT_WERROR=ON -DKMVT_BUILD_TOOLS=OFF > /dev/null
+cmake -S . -B build/asan -DCMAKE_BUILD_TYPE=Debug -DKMVT_SANITIZE=ON -DKMVT_WERROR=ON -DKMVT_BUILD_TOOLS=OFF -DKMVT_BUILD_BENCHMARKS=OFF > /dev/null
 cmake --build build/asan -j"$jobs"
 ctest --test-dir build/asan --output-on-failure -j"$jobs"
 

@@ -1,5 +1,6 @@
-// What enemies do beyond their tables: chase and shoot, aim, re-plan, the boss's wander and
-// burst, the two-player frame, and the game's pass over its enemies.
+// What enemies do beyond their tables: shots in a chase, aim, the boss's wander and burst, the
+// two-player frame and the game's pass over its enemies. The chase's cadence (a shot every 80
+// frames, a new plan every 8) and paths asked for play out in the recorded games.
 
 #include <ctime>
 #include <utility>
@@ -15,46 +16,6 @@
 namespace {
 
 using EnemyActionTest = cEnemyField;
-
-TEST_F( EnemyActionTest, NoticedPlayerIsChasedAndShotAtOnceThenEveryShotPeriod ) {
-	soldier.SetShotCounter( 0 );	// as after any frame unaware
-	tavesh.SetPosition( EX + 200, EY + 40 );
-	Frame( soldier, tavesh );
-	ASSERT_EQ( soldier.GetAiState(), AI_CHASE );
-	EXPECT_EQ( soldier.GetTarget(), &tavesh );
-	EXPECT_TRUE( soldier.IsMoving() );
-	EXPECT_EQ( GetPositionOf( soldier ), tPoint( EX + 1, EY + 1 ) ) << "one pixel along the diagonal first step";
-	ASSERT_EQ( bullets.size(), 1u ) << "an enemy that notices a player fires in the same frame";
-	EXPECT_EQ( GetPositionOf( bullets[0] ), std::make_pair( EX + 1.0f + cEnemy::MUZZLE_OFFSET, EY + 1.0f + cEnemy::MUZZLE_OFFSET ) );
-	ExpectBulletAlong( bullets[0], 199.0f, 39.0f, "aimed from the new position" );
-	EXPECT_EQ( bullets[0].GetWeapon(), WEAPON_ENEMY_GUN );
-	for ( int32_t frame = 2; frame <= 80; frame++ ) {
-		Frame( soldier, tavesh );
-		ASSERT_FALSE( fired ) << "frame " << frame << " is within the cool-down";
-	}
-	Frame( soldier, tavesh );
-	EXPECT_TRUE( fired ) << "the 80th frame after a shot fires again";
-	EXPECT_EQ( bullets.size(), 2u );
-}
-
-TEST_F( EnemyActionTest, ChasePlansAtOnceThenEveryEighthFrame ) {
-	tavesh.SetPosition( EX + 300, EY );
-	std::vector<int32_t> timers;
-	for ( int32_t frame = 1; frame <= 10; frame++ ) {
-		Frame( soldier, tavesh );
-		timers.push_back( soldier.GetReplanTimer() );
-	}
-	EXPECT_EQ( timers, ( std::vector<int32_t>{ 1, 2, 3, 4, 5, 6, 7, 8, 1, 2 } ) );
-	tPoint goal;
-	soldier.GetPath().GetTarget( goal.first, goal.second );
-	EXPECT_EQ( goal, tPoint( ( EX + 300 ) / CELL_SIZE, EY / CELL_SIZE ) );
-	tavesh.SetPosition( EX + 300, EY + 200 );
-	for ( int32_t frame = 11; frame <= 17; frame++ ) {
-		Frame( soldier, tavesh );
-	}
-	soldier.GetPath().GetPending( goal.first, goal.second );
-	EXPECT_EQ( goal, tPoint( -1, -1 ) ) << "tavesh moved to another row of the same column: no new destination";
-}
 
 // Out of range a chasing soldier holds its fire; a weakened boss that chases shoots at any range.
 TEST_F( EnemyActionTest, ChasingBossShootsAtAnyRangeWhereASoldierHoldsFire ) {
@@ -219,22 +180,6 @@ TEST_F( BossWanderTest, WanderCellIsFloorOfTheAreaAndNotTheBosssOwn ) {
 		EXPECT_NE( cell, tPoint( 5, 5 ) ) << "its own cell";
 		EXPECT_NE( cell, tPoint( 3, 3 ) ) << "a box";
 	}
-}
-
-TEST_F( EnemyActionTest, RequestedPathIsPlannedWhenIdleAndRedirectedWhenMoving ) {
-	soldier.RequestPath( walk.data(), 23, 20 );
-	soldier.FollowPath();
-	soldier.RequestPath( walk.data(), 25, 24 );
-	tPoint cell;
-	soldier.GetPath().GetPending( cell.first, cell.second );
-	EXPECT_EQ( cell, tPoint( 25, 24 ) ) << "a moving path takes the new goal at its next corner";
-	for ( int32_t frame = 0; frame < 400 && soldier.IsMoving(); frame++ ) {
-		soldier.FollowPath();
-	}
-	EXPECT_EQ( GetPositionOf( soldier ), tPoint( 25 * CELL_SIZE, 24 * CELL_SIZE ) );
-	EXPECT_TRUE( soldier.GetPath().IsIdle() ) << "arrival stops the path";
-	soldier.GetCellCorner( cell.first, cell.second );
-	EXPECT_EQ( cell, tPoint( 25, 24 ) );
 }
 
 // The game's pass: every enemy runs on the scene's walk layer and a shot is heard by its weapon.

@@ -8,16 +8,16 @@
 #include <string>
 #include <vector>
 
-#include "AutoplayGame.h"
-#include "Bot.h"
-#include "IncomingFire.h"
 #include "TestGame.h"
 #include "TestMaps.h"
 #include "actors/Bullet.h"
 #include "actors/Player.h"
 #include "ai/Enemy.h"
 #include "app/GameState.h"
-#include "platform/headless/HeadlessGame.h"
+#include "harness/AutoplayGame.h"
+#include "harness/Bot.h"
+#include "harness/HeadlessGame.h"
+#include "harness/IncomingFire.h"
 #include "world/Grid.h"
 #include "world/Scene.h"
 

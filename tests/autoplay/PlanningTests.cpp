@@ -6,11 +6,11 @@
 
 #include <vector>
 
-#include "IncomingFire.h"
-#include "LineOfFire.h"
-#include "Situation.h"
+#include "harness/IncomingFire.h"
+#include "harness/LineOfFire.h"
+#include "harness/Situation.h"
 #include "TestMaps.h"
-#include "WalkLattice.h"
+#include "harness/WalkLattice.h"
 #include "actors/ActorTypes.h"
 #include "actors/Bullet.h"
 #include "world/Scene.h"

@@ -15,6 +15,8 @@ if [ -z "${KMVT_INSIDE_XVFB:-}" ]; then
   exec xvfb-run -a -s "-screen 0 1280x1024x24" bash "$0" "$@"
 fi
 
+source "$(dirname "$0")/game_window.sh"
+
 mkdir -p "$artefacts"
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
@@ -29,37 +31,6 @@ fail() {
   exit 1
 }
 
-titled_windows() {
-  xwininfo -root -tree | awk '/"Project Kormaveth 2D"/ { split($(NF-1), size, /[x+]/); print $1, size[1], size[2] }'
-}
-is_viewable() { xwininfo -id "$1" 2>/dev/null | grep -q "Map State: IsViewable"; }
-
-# Starts the game with the arguments, answers the question with No and finds its mapped window:
-# sets pid, window and scale.
-start_game() {
-  local out=$1; shift
-  "$game" "$@" > "$work/$out" 2>&1 &
-  pid=$!
-  window=""
-  for _ in $(seq 1 300); do
-    kill -0 "$pid" 2>/dev/null || fail "the game ended early: $*"
-    local question
-    question=$(titled_windows | awk '$2 < 640 { print $1; exit }')
-    if [ -n "$question" ]; then
-      xdotool windowfocus "$question" 2>/dev/null || true
-      xdotool key Escape 2>/dev/null || true
-    fi
-    while read -r id width height; do
-      if [ $((width % 640)) -eq 0 ] && [ $((width / 640 * 480)) -eq "$height" ] && is_viewable "$id"; then
-        window=$id scale=$((width / 640))
-      fi
-    done < <(titled_windows)
-    [ -n "$window" ] && return
-    sleep 0.1
-  done
-  fail "no game window for: $*"
-}
-
 # Clicks a point of the 640 x 480 screen.
 click() {
   xdotool mousemove --window "$window" $(($1 * scale)) $(($2 * scale))
@@ -70,18 +41,11 @@ click() {
 
 end_game() {
   kill -TERM "$pid"
-  for _ in $(seq 1 100); do
-    kill -0 "$pid" 2>/dev/null || break
-    sleep 0.1
-  done
-  kill -0 "$pid" 2>/dev/null && { kill -KILL "$pid"; fail "the game was still running 10 s after SIGTERM"; }
-  local status=0
-  wait "$pid" || status=$?
-  [ "$status" -eq 0 ] || fail "exit code $status"
+  expect_clean_exit
 }
 
 # 1. Record: the menus, then walking and firing, then the pause screen.
-start_game record.txt --record "$work/game.kmr"
+start_game "$work/record.txt" "$game" --record "$work/game.kmr"
 sleep 0.5
 xdotool windowfocus "$window" 2>/dev/null || true
 click 160 260		# one player
@@ -107,7 +71,7 @@ status=0
 grep -qx "Final state hash: $hash" "$work/verify.txt" || fail "--verify ends with another state than the recording ($hash)"
 
 # 3. Replay in the window, to the end, fast.
-start_game replay.txt --replay "$work/game.kmr"
+start_game "$work/replay.txt" "$game" --replay "$work/game.kmr"
 xdotool mousemove --window "$window" 10 10
 xdotool keydown x
 for _ in $(seq 1 $(( steps / 6 + 100 ))); do

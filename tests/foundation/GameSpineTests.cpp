@@ -12,7 +12,7 @@
 #include "app/FrameClient.h"
 #include "app/FrameLoop.h"
 #include "app/GameState.h"
-#include "platform/headless/HeadlessGame.h"
+#include "harness/HeadlessGame.h"
 #include "platform/headless/SimulatedClock.h"
 
 TEST( GameStart, FailingGraphicsEndsTheStartWithItsLogLines ) {

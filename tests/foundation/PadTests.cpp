@@ -9,7 +9,7 @@
 #include "input/KeyCodes.h"
 #include "input/PadMapping.h"
 #include "input/Pads.h"
-#include "platform/headless/HeadlessGame.h"
+#include "harness/HeadlessGame.h"
 
 namespace {
 

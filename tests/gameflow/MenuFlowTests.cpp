@@ -8,7 +8,7 @@
 #include "actors/Explosion.h"
 #include "app/GameState.h"
 #include "input/KeyCodes.h"
-#include "platform/headless/HeadlessGame.h"
+#include "harness/HeadlessGame.h"
 #include "sound/headless/RecordingSoundBackend.h"
 #include "world/Scene.h"
 
@@ -90,13 +90,31 @@ TEST_F( MenuFlowTest, ClickIsTheReleaseWhereverThePressWas ) {
 	}
 }
 
-TEST_F( MenuFlowTest, RightAndBottomEdgesOfAnEntryAreOutside ) {
-	ASSERT_TRUE( headless.Click( 250, 260 ) );
-	EXPECT_EQ( gameState, STATE_MAIN_MENU ) << "x 250 is past entry 1";
-	ASSERT_TRUE( headless.Click( 160, 273 ) );
-	EXPECT_EQ( gameState, STATE_MAIN_MENU ) << "y 273 is below entry 1";
-	ASSERT_TRUE( headless.Click( 70, 248 ) );
-	EXPECT_EQ( gameState, STATE_SELECT_ONE ) << "the top-left corner is inside";
+// Each entry of the main menu, by the pixels at its corners: the top-left one and the last one
+// inside, and the first ones past its right and bottom edges and before its left edge.
+TEST_F( MenuFlowTest, EveryEntrysEdgesOnTheMainMenu ) {
+	const struct {
+		int32_t	left, top, right, bottom;	// right and bottom are the first pixels outside
+		int32_t	screen;						// where the entry leads; -1 quits
+	} entries[] = {
+		{ 70, 248, 250, 273, STATE_SELECT_ONE }, { 70, 284, 250, 307, STATE_SELECT_TWO },
+		{ 70, 317, 250, 340, STATE_SETTINGS }, { 70, 348, 250, 372, STATE_CREDITS },
+		{ 70, 381, 250, 404, -1 },
+	};
+	for ( const auto &e : entries ) {
+		const int32_t inside[][2] = { { e.left, e.top }, { e.right - 1, e.bottom - 1 } };
+		for ( const auto &point : inside ) {
+			gameState = STATE_MAIN_MENU;
+			const bool running = headless.Click( point[0], point[1] );
+			EXPECT_EQ( running ? gameState : -1, e.screen ) << "(" << point[0] << ", " << point[1] << ") is inside";
+		}
+		const int32_t outside[][2] = { { e.right, e.top }, { e.left, e.bottom }, { e.left - 1, e.top } };
+		for ( const auto &point : outside ) {
+			gameState = STATE_MAIN_MENU;
+			ASSERT_TRUE( headless.Click( point[0], point[1] ) ) << "(" << point[0] << ", " << point[1] << ") quits";
+			EXPECT_EQ( gameState, STATE_MAIN_MENU ) << "(" << point[0] << ", " << point[1] << ") is outside";
+		}
+	}
 }
 
 TEST_F( MenuFlowTest, CursorIsKeptOnTheScreen ) {

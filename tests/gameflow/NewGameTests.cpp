@@ -14,7 +14,7 @@
 #include "actors/Player.h"
 #include "ai/Enemy.h"
 #include "app/GameState.h"
-#include "platform/headless/HeadlessGame.h"
+#include "harness/HeadlessGame.h"
 #include "sound/headless/RecordingSoundBackend.h"
 #include "world/Scene.h"
 

@@ -3,7 +3,7 @@
 # the folders (or single headers) listed after it, which are the layers below it. Backends live in
 # */sdl/ (the only code that may include SDL) and */headless/; the game logic includes neither, a
 # backend may include the logic and backends of its own kind, and app/main.cpp, which puts the SDL
-# game together, may include anything.
+# game together, may include anything. The harness (the game without a window) counts as headless.
 #   check-layers.sh [SOURCE_DIR]   prints every include against the rules; fails if there is one
 set -u
 cd "${1:-$(dirname "$0")/../..}" || exit 2
@@ -18,6 +18,8 @@ declare -A ALLOWED=(
 	[ai]="log platform sound world actors app/Game.h app/GameState.h"
 	[graphics]="log platform world actors ai app/GameState.h"
 	[app]="log platform input sound world actors ai graphics"
+	[replay]="log platform input sound graphics app"
+	[harness]="log platform input sound world actors ai graphics app replay"
 )
 
 broken=0
@@ -34,6 +36,7 @@ check_include() {
 	for kind in sdl headless; do
 		[[ "$file" == */$kind/* ]] && backend=$kind
 	done
+	[[ "$file" == harness/* ]] && backend=headless	# the harness plays on the headless backends
 	if [[ "$header" == */sdl/* || "$header" == */headless/* ]]; then
 		[[ -n "$backend" && "$header" == */$backend/* ]] && return
 		complain "$file" "the logic includes the backend header $header"

@@ -94,6 +94,10 @@ public:
 
 	bool	ReachesPosition( int x, int y ) const { return positions[size_t( Index( x, y ) )] != 0; }
 	bool	ReachesCell( int column, int row ) const { return centres[size_t( CellIndex( column, row ) )] != 0; }
+	bool	ReachesNextTo( const sCell &cell ) const {
+		return ReachesCell( cell.column + 1, cell.row ) || ReachesCell( cell.column - 1, cell.row )
+			|| ReachesCell( cell.column, cell.row + 1 ) || ReachesCell( cell.column, cell.row - 1 );
+	}
 
 private:
 	static int Index( int x, int y ) { return ( y / STEP ) * STEP_COLUMNS + x / STEP; }
@@ -138,6 +142,33 @@ protected:
 		return cScene::FromLayers( std::vector<int32_t>( scene->GetBaseMap(), scene->GetBaseMap() + MAP_CELLS ),
 								std::vector<int32_t>( scene->GetObjectMap(), scene->GetObjectMap() + MAP_CELLS ), walk,
 								std::vector<int32_t>( scene->GetOverMap(), scene->GetOverMap() + MAP_CELLS ) );
+	}
+
+	// The floor cells joined to start within columns and rows up to the last ones given: by the
+	// four sides or, as the path search moves, also diagonally past two floor cells.
+	std::vector<uint8_t> FloorJoinedTo( sCell start, bool diagonals, int lastColumn, int lastRow ) const {
+		std::vector<uint8_t> reached( MAP_CELLS, 0 );
+		std::vector<sCell> open = { start };
+		reached[size_t( CellIndex( start.column, start.row ) )] = 1;
+		while ( !open.empty() ) {
+			const sCell cell = open.back();
+			open.pop_back();
+			for ( int dr = -1; dr <= 1; dr++ ) {
+				for ( int dc = -1; dc <= 1; dc++ ) {
+					const int c = cell.column + dc;
+					const int r = cell.row + dr;
+					if ( c > lastColumn || r > lastRow || !IsFloor( c, r ) || reached[size_t( CellIndex( c, r ) )] ) {
+						continue;
+					}
+					if ( dc != 0 && dr != 0 && !( diagonals && IsFloor( cell.column + dc, cell.row ) && IsFloor( cell.column, cell.row + dr ) ) ) {
+						continue;
+					}
+					reached[size_t( CellIndex( c, r ) )] = 1;
+					open.push_back( { c, r } );
+				}
+			}
+		}
+		return reached;
 	}
 
 	cLogCapture log;
@@ -224,10 +255,8 @@ TEST_F( LevelMapTest, TaveshReachesTheBossAndHisUpgradeOverFloorWithEveryDoorShu
 		const cBodyReach reach( *scene, start.column * CELL_SIZE, start.row * CELL_SIZE );
 		EXPECT_TRUE( reach.ReachesPosition( BOSS_START.column * CELL_SIZE, BOSS_START.row * CELL_SIZE ) )
 			<< "from " << Name( start.column, start.row ) << " no walk over floor leads to the boss at " << Name( BOSS_START.column, BOSS_START.row );
-		const sCell &box = TAVESH_UPGRADE_BOX;
-		const bool besideBox = reach.ReachesCell( box.column + 1, box.row ) || reach.ReachesCell( box.column - 1, box.row )
-							|| reach.ReachesCell( box.column, box.row + 1 ) || reach.ReachesCell( box.column, box.row - 1 );
-		EXPECT_TRUE( besideBox ) << "from " << Name( start.column, start.row ) << " nobody gets next to the box at " << Name( box.column, box.row );
+		EXPECT_TRUE( reach.ReachesNextTo( TAVESH_UPGRADE_BOX ) ) << "from " << Name( start.column, start.row )
+			<< " nobody gets next to the box at " << Name( TAVESH_UPGRADE_BOX.column, TAVESH_UPGRADE_BOX.row );
 	}
 }
 
@@ -240,10 +269,8 @@ TEST_F( LevelMapTest, OnlyADoorLeadsIntoTheHallAndLumraFindsHerUpgradeThere ) {
 			EXPECT_FALSE( shut.ReachesCell( column, row ) ) << "with the doors shut a player walks into the hall at " << Name( column, row );
 		}
 	}
-	const sCell &box = LUMRA_UPGRADE_BOX;
-	const bool besideBox = open.ReachesCell( box.column + 1, box.row ) || open.ReachesCell( box.column - 1, box.row )
-						|| open.ReachesCell( box.column, box.row + 1 ) || open.ReachesCell( box.column, box.row - 1 );
-	EXPECT_TRUE( besideBox ) << "even with the doors open nobody gets next to the box at " << Name( box.column, box.row );
+	EXPECT_TRUE( open.ReachesNextTo( LUMRA_UPGRADE_BOX ) )
+		<< "even with the doors open nobody gets next to the box at " << Name( LUMRA_UPGRADE_BOX.column, LUMRA_UPGRADE_BOX.row );
 	// lumra opens a door from the cell beside it: a door in or at the hall must have such a cell
 	// on the right street (columns 47-52) or the lower street (rows 34-42).
 	bool doorFromStreet = false;
@@ -302,20 +329,7 @@ TEST_F( LevelMapTest, FinalAreaEntranceLetsThePlayersBePushedStraightIn ) {
 }
 
 TEST_F( LevelMapTest, BossAreaIsRoomyConnectedAndHasCover ) {
-	std::vector<uint8_t> reached( MAP_CELLS, 0 );
-	std::vector<sCell> open = { BOSS_START };
-	reached[size_t( CellIndex( BOSS_START.column, BOSS_START.row ) )] = 1;
-	while ( !open.empty() ) {
-		const sCell cell = open.back();
-		open.pop_back();
-		const sCell next[4] = { { cell.column + 1, cell.row }, { cell.column - 1, cell.row }, { cell.column, cell.row + 1 }, { cell.column, cell.row - 1 } };
-		for ( const sCell &n : next ) {
-			if ( n.column <= BOSS_AREA_LAST_COLUMN && n.row <= BOSS_AREA_LAST_ROW && IsFloor( n.column, n.row ) && !reached[size_t( CellIndex( n.column, n.row ) )] ) {
-				reached[size_t( CellIndex( n.column, n.row ) )] = 1;
-				open.push_back( n );
-			}
-		}
-	}
+	const std::vector<uint8_t> reached = FloorJoinedTo( BOSS_START, false, BOSS_AREA_LAST_COLUMN, BOSS_AREA_LAST_ROW );
 	int floor = 0;
 	int cover = 0;
 	for ( int row = 0; row <= BOSS_AREA_LAST_ROW; row++ ) {
@@ -360,50 +374,21 @@ TEST_F( LevelMapTest, DoorGroupsLieInsideTheMapWithFloorOnBothSides ) {
 }
 
 TEST_F( LevelMapTest, EveryEnemyStartJoinsTheRouteForThePathSearch ) {
-	// The search moves to the eight neighbours over floor, diagonally only past two floor cells.
-	std::vector<uint8_t> reached( MAP_CELLS, 0 );
-	std::vector<sCell> open = { PLAYER_STARTS[0] };
-	reached[size_t( CellIndex( open[0].column, open[0].row ) )] = 1;
-	while ( !open.empty() ) {
-		const sCell cell = open.back();
-		open.pop_back();
-		for ( int dr = -1; dr <= 1; dr++ ) {
-			for ( int dc = -1; dc <= 1; dc++ ) {
-				const int c = cell.column + dc;
-				const int r = cell.row + dr;
-				if ( !IsFloor( c, r ) || reached[size_t( CellIndex( c, r ) )] ) {
-					continue;
-				}
-				if ( dc != 0 && dr != 0 && !( IsFloor( cell.column + dc, cell.row ) && IsFloor( cell.column, cell.row + dr ) ) ) {
-					continue;
-				}
-				reached[size_t( CellIndex( c, r ) )] = 1;
-				open.push_back( { c, r } );
-			}
-		}
-	}
+	const std::vector<uint8_t> reached = FloorJoinedTo( PLAYER_STARTS[0], true, MAP_COLUMNS - 1, MAP_ROWS - 1 );
 	for ( const sCell &enemy : ENEMY_STARTS ) {
 		EXPECT_TRUE( IsFloor( enemy.column, enemy.row ) && reached[size_t( CellIndex( enemy.column, enemy.row ) )] )
 			<< "the enemy starting at " << Name( enemy.column, enemy.row ) << " has no floor path to the streets of the route";
 	}
 }
 
-TEST_F( LevelMapTest, MapEdgeIsNeverFloor ) {
-	for ( int row = 0; row < MAP_ROWS; row++ ) {
-		for ( int column = 0; column < MAP_COLUMNS; column++ ) {
-			const bool edge = row == 0 || column == 0 || row == MAP_ROWS - 1 || column == MAP_COLUMNS - 1;
-			if ( edge ) {
-				EXPECT_TRUE( Walk( column, row ) != WALK_FLOOR && Walk( column, row ) != WALK_ENEMY ) << "floor on the map's edge at " << Name( column, row );
-			}
-		}
-	}
-}
-
 // What players see is what they walk on: floor under nothing, and nothing that looks like
-// floor where they are stopped.
+// floor where they are stopped. The map's edge is never floor.
 TEST_F( LevelMapTest, FloorLooksLikeFloorAndBlockedCellsDoNot ) {
 	for ( int row = 0; row < MAP_ROWS; row++ ) {
 		for ( int column = 0; column < MAP_COLUMNS; column++ ) {
+			if ( row == 0 || column == 0 || row == MAP_ROWS - 1 || column == MAP_COLUMNS - 1 ) {
+				EXPECT_TRUE( Walk( column, row ) != WALK_FLOOR && Walk( column, row ) != WALK_ENEMY ) << "floor on the map's edge at " << Name( column, row );
+			}
 			const std::string ground = Category( Base( column, row ) );
 			if ( Walk( column, row ) == WALK_FLOOR ) {
 				EXPECT_EQ( Object( column, row ), 0 ) << "something stands on the floor at " << Name( column, row ) << " but does not block";

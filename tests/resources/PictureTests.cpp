@@ -19,15 +19,9 @@ struct sExpectedPicture {
 	int				height;
 };
 
-// The 21 pictures made by the art tool; the map's tile sheet is checked with the level.
+// The pictures made by the art tool other than the menu screens, which are checked with the
+// menu; the map's tile sheet is checked with the level.
 const sExpectedPicture PICTURES[] = {
-	{ "resources/menu/main.png", 640, 480 },
-	{ "resources/menu/settings.png", 640, 480 },
-	{ "resources/menu/difficulty.png", 640, 480 },
-	{ "resources/menu/controls.png", 640, 480 },
-	{ "resources/menu/credits.png", 640, 480 },
-	{ "resources/menu/charselection.png", 640, 480 },
-	{ "resources/menu/pause.png", 640, 480 },
 	{ "resources/sprites/characters_trans.png", 480, 288 },
 	{ "resources/sprites/items_trans.png", 192, 32 },
 	{ "resources/sprites/bullets_trans.png", 80, 20 },
@@ -57,23 +51,13 @@ sPicture Load( const std::string &path ) {
 
 TEST( Pictures, AllLoadWithTheSizesTheDrawingUses ) {
 	for ( const sExpectedPicture &expected : PICTURES ) {
-		sPicture picture;
-		std::string error;
-		ASSERT_TRUE( LoadPicture( expected.path, picture, error ) ) << error;
+		const sPicture picture = Load( expected.path );
 		EXPECT_EQ( picture.width, expected.width ) << expected.path;
 		EXPECT_EQ( picture.height, expected.height ) << expected.path;
 	}
 }
 
-TEST( Pictures, ScreensAreOpaqueAndTheEndOverlaysLetTheWorldShow ) {
-	for ( int i = 0; i < 7; i++ ) {
-		const sPicture screen = Load( PICTURES[i].path );
-		int seeThrough = 0;
-		for ( uint32_t pixel : screen.pixels ) {
-			seeThrough += ( pixel >> 24 ) != 0xFF ? 1 : 0;
-		}
-		EXPECT_EQ( seeThrough, 0 ) << PICTURES[i].path << " must cover the whole screen";
-	}
+TEST( Pictures, EndOverlaysLetTheWorldShow ) {
 	for ( const char *path : { "resources/menu/youwin.png", "resources/menu/youlose.png" } ) {
 		const sPicture overlay = Load( path );
 		int clear = 0, solid = 0;

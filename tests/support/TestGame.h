@@ -7,7 +7,7 @@
 #include <memory>
 #include <vector>
 
-#include "platform/headless/HeadlessGame.h"
+#include "harness/HeadlessGame.h"
 #include "sound/headless/RecordingSoundBackend.h"
 
 class cScene;

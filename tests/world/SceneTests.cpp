@@ -10,6 +10,7 @@
 #include "TestMaps.h"
 #include "actors/ActorTypes.h"
 #include "actors/Item.h"
+#include "actors/Where.h"
 #include "world/Grid.h"
 #include "world/Scene.h"
 
@@ -225,15 +226,8 @@ TEST( SceneBoxTest, TheTwoItemBoxesHoldTheEnergyUpgrades ) {
 	scene->OpenBox( 10, 10, items );
 	scene->OpenBox( 51, 3, items );
 	ASSERT_EQ( items.size(), 2u ) << "only two boxes hold anything";
-	const int32_t expected[2][3] = { { ITEM_LUMRA_ENERGY, 1728, 896 }, { ITEM_TAVESH_ENERGY, 1632, 96 } };
-	for ( int i = 0; i < 2; i++ ) {
-		int32_t x = 0;
-		int32_t y = 0;
-		items[i].GetPosition( x, y );
-		EXPECT_EQ( items[i].GetKind(), expected[i][0] ) << "item " << i;
-		EXPECT_EQ( x, expected[i][1] ) << "item " << i;
-		EXPECT_EQ( y, expected[i][2] ) << "item " << i;
-	}
+	EXPECT_TRUE( items[0].GetKind() == ITEM_LUMRA_ENERGY && items[1].GetKind() == ITEM_TAVESH_ENERGY );
+	EXPECT_EQ( Where( items[0] ) + Where( items[1] ), "(1728, 896)(1632, 96)" ) << "each on its box's cell";
 	EXPECT_EQ( scene->GetWalkMap()[CellIndex( 54, 28 )], WALK_FLOOR );
 	EXPECT_EQ( scene->GetObjectMap()[CellIndex( 54, 28 )], 0 ) << "the box's tile goes";
 	EXPECT_EQ( scene->GetWalkMap()[CellIndex( 10, 10 )], WALK_FLOOR );

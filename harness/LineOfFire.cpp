@@ -1,4 +1,4 @@
-#include "LineOfFire.h"
+#include "harness/LineOfFire.h"
 
 #include <algorithm>
 #include <cstdlib>

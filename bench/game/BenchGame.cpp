@@ -13,8 +13,8 @@
 #include <string>
 #include <vector>
 
-#include "AutoplayGame.h"
-#include "platform/headless/HeadlessGame.h"
+#include "harness/AutoplayGame.h"
+#include "harness/HeadlessGame.h"
 
 namespace {
 

@@ -29,13 +29,13 @@ extern "C" size_t __sanitizer_get_current_allocated_bytes();
 #include <memory>
 #include <string>
 
-#include "AutoplayGame.h"
-#include "RecordedGame.h"
+#include "harness/AutoplayGame.h"
+#include "harness/RecordedGame.h"
 #include "actors/Player.h"
 #include "ai/Enemy.h"
 #include "app/GameState.h"
 #include "world/Scene.h"
-#include "platform/headless/HeadlessGame.h"
+#include "harness/HeadlessGame.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/headless/HeadlessGame.h"
+#include "harness/HeadlessGame.h"
 #include "replay/Recorder.h"
 
 struct cGameSetup;

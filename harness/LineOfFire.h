@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "Situation.h"
+#include "harness/Situation.h"
 #include "actors/Player.h"
 
 class cLineOfFire {

@@ -1,4 +1,4 @@
-#include "Bot.h"
+#include "harness/Bot.h"
 
 #include <algorithm>
 #include <cmath>

@@ -11,10 +11,10 @@
 #include <utility>
 #include <vector>
 
-#include "IncomingFire.h"
-#include "LineOfFire.h"
-#include "Situation.h"
-#include "WalkLattice.h"
+#include "harness/IncomingFire.h"
+#include "harness/LineOfFire.h"
+#include "harness/Situation.h"
+#include "harness/WalkLattice.h"
 
 class cGame;
 

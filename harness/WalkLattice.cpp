@@ -1,4 +1,4 @@
-#include "WalkLattice.h"
+#include "harness/WalkLattice.h"
 
 #include <cassert>
 #include <functional>

@@ -8,7 +8,7 @@
 #include "TownMap.h"
 #include "actors/Player.h"
 #include "ai/Enemy.h"
-#include "platform/headless/HeadlessGame.h"
+#include "harness/HeadlessGame.h"
 #include "world/Grid.h"
 #include "world/Scene.h"
 

@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-#include "Bot.h"
+#include "harness/Bot.h"
 
 class cGame;
 class cHeadlessGame;

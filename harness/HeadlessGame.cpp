@@ -1,4 +1,4 @@
-#include "platform/headless/HeadlessGame.h"
+#include "harness/HeadlessGame.h"
 
 #include "app/GameState.h"
 #include "platform/Platform.h"

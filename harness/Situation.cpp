@@ -1,4 +1,4 @@
-#include "Situation.h"
+#include "harness/Situation.h"
 
 #include <cmath>
 #include <memory>

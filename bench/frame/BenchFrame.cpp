@@ -19,8 +19,8 @@
 #include <string>
 #include <vector>
 
-#include "AutoplayGame.h"
-#include "Bot.h"
+#include "harness/AutoplayGame.h"
+#include "harness/Bot.h"
 #include "app/FrameClient.h"
 #include "app/FrameLoop.h"
 #include "app/FramePicture.h"
@@ -29,7 +29,7 @@
 #include "app/StateHash.h"
 #include "graphics/headless/SimulatedDisplayBackend.h"
 #include "platform/MonotonicClock.h"
-#include "platform/headless/HeadlessGame.h"
+#include "harness/HeadlessGame.h"
 #include "platform/headless/SimulatedClock.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "AutoplayGame.h"
+#include "harness/AutoplayGame.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -13,7 +13,7 @@
 #include "app/MenuEntries.h"
 #include "input/KeyCodes.h"
 #include "input/PadState.h"
-#include "platform/headless/HeadlessGame.h"
+#include "harness/HeadlessGame.h"
 #include "world/Grid.h"
 #include "world/Scene.h"
 

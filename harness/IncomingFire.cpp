@@ -1,4 +1,4 @@
-#include "IncomingFire.h"
+#include "harness/IncomingFire.h"
 
 #include <algorithm>
 #include <cassert>

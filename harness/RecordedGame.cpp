@@ -1,9 +1,9 @@
-#include "RecordedGame.h"
+#include "harness/RecordedGame.h"
 
 #include <cstdio>
 #include <filesystem>
 
-#include "AutoplayGame.h"
+#include "harness/AutoplayGame.h"
 
 namespace {
 

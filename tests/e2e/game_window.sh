@@ -1,0 +1,72 @@
+# The game's window under Xvfb, for the end-to-end scripts (sourced; the caller defines fail).
+# A machine busy with other work can make the game slow to start, to draw or to end: every wait
+# polls with a generous limit (E2E_WAIT seconds) instead of sleeping for a time that may be too short.
+
+E2E_WAIT=${E2E_WAIT:-60}
+E2E_CONVERT=$(command -v convert-im6.q16 || command -v convert)	# ImageMagick's, not a namesake
+
+# Windows titled like the game, one "id width height" a line. SDL names its windows in UTF-8,
+# which xdotool's name search does not read; xwininfo does. A window that vanishes while the tree
+# is listed makes xwininfo fail: the windows listed so far stand, and the caller looks again.
+titled_windows() {
+  { xwininfo -root -tree 2>/dev/null || true; } | awk '/"Project Kormaveth 2D"/ { split($(NF-1), size, /[x+]/); print $1, size[1], size[2] }'
+}
+is_viewable() { xwininfo -id "$1" 2>/dev/null | grep -q "Map State: IsViewable"; }
+
+# Starts COMMAND with its output in OUT, answers the full-screen question with No (Escape; again
+# while the question is still there a second later, in case it was not yet ready for keys) and
+# waits for the game's mapped window, the one whose size is a whole multiple of 640 x 480.
+# Sets pid, window and scale. The game shows its window once the renderer is made, so the first
+# one mapped is the one.
+start_game() {
+  local out=$1; shift
+  "$@" > "$out" 2>&1 &
+  pid=$!
+  window="" scale=""
+  local answered=-2 deadline=$((SECONDS + E2E_WAIT)) question id width height
+  while [ $SECONDS -lt $deadline ]; do
+    kill -0 "$pid" 2>/dev/null || fail "the game ended before its window appeared: $(cat "$out")"
+    question=$(titled_windows | awk '$2 < 640 { print $1; exit }')
+    if [ -n "$question" ] && [ $SECONDS -gt $((answered + 1)) ]; then
+      xdotool windowfocus "$question" 2>/dev/null || true
+      xdotool key Escape 2>/dev/null || true
+      answered=$SECONDS
+    fi
+    while read -r id width height; do
+      if [ $((width % 640)) -eq 0 ] && [ $((width / 640 * 480)) -eq "$height" ] && is_viewable "$id"; then
+        window=$id scale=$((width / 640))
+      fi
+    done < <(titled_windows)
+    [ -n "$window" ] && return 0
+    sleep 0.1
+  done
+  fail "no mapped game window of 640 x 480 or a whole multiple within $E2E_WAIT s: $(cat "$out")"
+}
+
+# Takes screenshots of the window into SHOT until one is not of one flat colour (black when
+# nothing was drawn yet): a fault once the game has had the whole wait to draw.
+expect_picture() {
+  local shot=$1 spread=0 deadline=$((SECONDS + E2E_WAIT))
+  while [ $SECONDS -lt $deadline ]; do
+    timeout 10 xwd -silent -id "$window" | timeout 10 "$E2E_CONVERT" xwd:- "$shot" \
+      || fail "no screenshot of the window could be taken"
+    spread=$("$E2E_CONVERT" "$shot" -format '%[fx:standard_deviation]' info:) || fail "the screenshot cannot be read"
+    awk -v s="$spread" 'BEGIN { exit !(s > 0) }' && return 0
+    sleep 0.2
+  done
+  fail "the screenshot is one flat colour after $E2E_WAIT s ($shot)"
+}
+
+# Waits for the game told to end, and expects exit code 0.
+expect_clean_exit() {
+  local deadline=$((SECONDS + E2E_WAIT)) status=0
+  while [ $SECONDS -lt $deadline ] && kill -0 "$pid" 2>/dev/null; do
+    sleep 0.1
+  done
+  if kill -0 "$pid" 2>/dev/null; then
+    kill -KILL "$pid"
+    fail "the game was still running $E2E_WAIT s after it was told to end"
+  fi
+  wait "$pid" || status=$?
+  [ "$status" -eq 0 ] || fail "exit code $status"
+}
