@@ -3,6 +3,14 @@
 # polls with a generous limit (E2E_WAIT seconds) instead of sleeping for a time that may be too short.
 
 E2E_WAIT=${E2E_WAIT:-60}
+
+# Runs the calling script again under a virtual X display of its own, unless it already is.
+run_under_xvfb() {
+  if [ -z "${KMVT_INSIDE_XVFB:-}" ]; then
+    export KMVT_INSIDE_XVFB=1
+    exec xvfb-run -a -s "-screen 0 1280x1024x24" bash "$@"
+  fi
+}
 E2E_CONVERT=$(command -v convert-im6.q16 || command -v convert)	# ImageMagick's, not a namesake
 
 # Windows titled like the game, one "id width height" a line. SDL names its windows in UTF-8,

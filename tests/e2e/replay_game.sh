@@ -10,12 +10,8 @@
 #    "Replay left at step N of N; state hash: H" when the recording ends; SIGTERM ends it.
 set -euo pipefail
 game=$1 resources=$2 artefacts=$3
-if [ -z "${KMVT_INSIDE_XVFB:-}" ]; then
-  export KMVT_INSIDE_XVFB=1
-  exec xvfb-run -a -s "-screen 0 1280x1024x24" bash "$0" "$@"
-fi
-
 source "$(dirname "$0")/game_window.sh"
+run_under_xvfb "$0" "$@"
 
 mkdir -p "$artefacts"
 work=$(mktemp -d)

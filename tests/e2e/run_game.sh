@@ -8,11 +8,8 @@
 # quit-click: the same start, then click the main menu's quit entry and expect the same ending.
 set -euo pipefail
 game=$1 scenario=$2 resources=$3 artefacts=$4
-if [ -z "${KMVT_INSIDE_XVFB:-}" ]; then
-  export KMVT_INSIDE_XVFB=1
-  exec xvfb-run -a -s "-screen 0 1280x1024x24" bash "$0" "$@"
-fi
 source "$(dirname "$0")/game_window.sh"
+run_under_xvfb "$0" "$@"
 
 mkdir -p "$artefacts"
 work=$(mktemp -d)

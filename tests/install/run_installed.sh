@@ -8,12 +8,8 @@
 # expect no file in the working folder and an empty log at ~/.local/state/kormaveth2d/log.txt.
 set -euo pipefail
 game=$1 artefacts=$2
-if [ -z "${KMVT_INSIDE_XVFB:-}" ]; then
-  export KMVT_INSIDE_XVFB=1
-  exec xvfb-run -a -s "-screen 0 1280x1024x24" bash "$0" "$@"
-fi
-
 source "$(dirname "$0")/../e2e/game_window.sh"
+run_under_xvfb "$0" "$@"
 
 mkdir -p "$artefacts"
 scratch=$(mktemp -d)
