@@ -19,6 +19,7 @@
 #include <string>
 #include <vector>
 
+#include "bench/BenchOptions.h"
 #include "harness/AutoplayGame.h"
 #include "harness/Bot.h"
 #include "app/FrameClient.h"
@@ -70,19 +71,6 @@ private:
 	cBot					bot;
 	cFramePicture			picture;
 };
-
-bool ReadOptions( int argc, char **argv, std::string &resources, int &steps ) {
-	for ( int i = 1; i < argc; i++ ) {
-		if ( std::strncmp( argv[i], "--resources=", 12 ) == 0 ) {
-			resources = argv[i] + 12;
-		} else if ( std::strncmp( argv[i], "--steps=", 8 ) == 0 ) {
-			steps = std::atoi( argv[i] + 8 );
-		} else {
-			return false;
-		}
-	}
-	return steps > 1;
-}
 
 bool ClickEntry( cHeadlessGame &headless, int entry ) {
 	const cRect &rect = MENU_ENTRIES[entry - 1];
@@ -156,16 +144,11 @@ bool RunOnRealClock( int steps ) {
 }
 
 int main( int argc, char **argv ) {
-	std::string resources;
-	int steps = 2000;
-	if ( !ReadOptions( argc, argv, resources, steps ) ) {
-		std::fprintf( stderr, "usage: bench-frame [--resources=FOLDER] [--steps=N]\n" );
+	cBenchOptions options( "bench-frame", "steps", 2000, 2 );
+	if ( !options.Read( argc, argv ) ) {
 		return 2;
 	}
-	if ( !resources.empty() && chdir( resources.c_str() ) != 0 ) {
-		std::fprintf( stderr, "bench-frame: cannot enter %s\n", resources.c_str() );
-		return 2;
-	}
+	const int steps = options.GetCount();
 	for ( int rate : REFRESH_RATES ) {
 		uint64_t hash = 0;
 		if ( !RunOnDisplay( rate, steps, true, hash ) ) {

@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "bench/BenchOptions.h"
 #include "harness/AutoplayGame.h"
 #include "harness/HeadlessGame.h"
 
@@ -20,19 +21,6 @@ namespace {
 
 const int CHARACTERS = 2;
 const int DIFFICULTIES = 3;
-
-bool ReadOptions( int argc, char **argv, std::string &resources, int &frames ) {
-	for ( int i = 1; i < argc; i++ ) {
-		if ( std::strncmp( argv[i], "--resources=", 12 ) == 0 ) {
-			resources = argv[i] + 12;
-		} else if ( std::strncmp( argv[i], "--frames=", 9 ) == 0 ) {
-			frames = std::atoi( argv[i] + 9 );
-		} else {
-			return false;
-		}
-	}
-	return frames > 0;
-}
 
 std::vector<cGameSetup> ListGames( int frames ) {
 	std::vector<cGameSetup> setups;
@@ -54,16 +42,11 @@ std::vector<cGameSetup> ListGames( int frames ) {
 }
 
 int main( int argc, char **argv ) {
-	std::string resources;
-	int frames = 30000;
-	if ( !ReadOptions( argc, argv, resources, frames ) ) {
-		std::fprintf( stderr, "usage: bench-game [--resources=FOLDER] [--frames=N]\n" );
+	cBenchOptions options( "bench-game", "frames", 30000, 1 );
+	if ( !options.Read( argc, argv ) ) {
 		return 2;
 	}
-	if ( !resources.empty() && chdir( resources.c_str() ) != 0 ) {
-		std::fprintf( stderr, "bench-game: cannot enter %s\n", resources.c_str() );
-		return 2;
-	}
+	const int frames = options.GetCount();
 	cHeadlessGame headless;
 	headless.GetGraphics().SetRecording( false );
 	if ( !headless.Start() || !headless.Frames( 2 ) ) {
