@@ -67,7 +67,7 @@ import hashlib, os, re, sys
 root, seed, count = sys.argv[1], int(sys.argv[2]), int(sys.argv[3])
 folders = ["app", "world", "actors", "ai"]
 # main() and the state fingerprint hold no rule of the game.
-skip_files = {"app/main.cpp", "app/StateHash.cpp"}
+skip_files = {"program/main.cpp", "app/StateHash.cpp"}
 operators = [(" < ", " <= "), (" <= ", " < "), (" > ", " >= "), (" >= ", " > "),
              (" == ", " != "), (" != ", " == "), (" && ", " || "), (" || ", " && ")]
 number = re.compile(r"(?<![\w.])(\d+)(?![\w.])")

@@ -2,8 +2,8 @@
 # The game's layers, checked on every #include of its folders. Each folder may include itself and
 # the folders (or single headers) listed after it, which are the layers below it. Backends live in
 # */sdl/ (the only code that may include SDL) and */headless/; the game logic includes neither, a
-# backend may include the logic and backends of its own kind, and app/main.cpp, which puts the SDL
-# game together, may include anything. The harness (the game without a window) counts as headless.
+# backend may include the logic and backends of its own kind, and program/main.cpp, which puts the
+# SDL game together, may include anything. The harness (the game without a window) counts as headless.
 #   check-layers.sh [SOURCE_DIR]   prints every include against the rules; fails if there is one
 set -u
 cd "${1:-$(dirname "$0")/../..}" || exit 2
@@ -20,6 +20,7 @@ declare -A ALLOWED=(
 	[app]="log platform input sound world actors ai graphics"
 	[replay]="log platform input sound graphics app"
 	[harness]="log platform input sound world actors ai graphics app replay"
+	[program]="log platform input sound world actors ai graphics app replay"
 )
 
 broken=0
@@ -53,7 +54,7 @@ check_include() {
 
 for folder in "${!ALLOWED[@]}"; do
 	while IFS= read -r file; do
-		[[ "$file" == app/main.cpp ]] && continue
+		[[ "$file" == program/main.cpp ]] && continue
 		if [[ "$file" != */sdl/* ]] && grep -qE '^\s*#\s*include\s*[<"]SDL' "$file"; then
 			complain "$file" "includes SDL outside an sdl/ folder"
 		fi

@@ -5,7 +5,7 @@
 
 #include <vector>
 
-#include "replay/CommandLine.h"
+#include "program/CommandLine.h"
 
 TEST( CommandLineTest, EachFormAndEachMistake ) {
 	const struct {

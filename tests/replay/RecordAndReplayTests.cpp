@@ -16,7 +16,7 @@
 #include "replay/Replay.h"
 #include "replay/ReplayFile.h"
 #include "replay/ReplaySound.h"
-#include "replay/Session.h"
+#include "program/Session.h"
 #include "replay/GameStep.h"
 #include "replay/headless/ReplayCheck.h"
 #include "sound/headless/RecordingSoundBackend.h"

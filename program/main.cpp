@@ -22,8 +22,8 @@
 #include "platform/Platform.h"
 #include "platform/sdl/SdlClock.h"
 #include "platform/sdl/SdlWindow.h"
-#include "replay/CommandLine.h"
-#include "replay/Session.h"
+#include "program/CommandLine.h"
+#include "program/Session.h"
 #include "replay/headless/ReplayCheck.h"
 #include "sound/sdl/SdlSoundBackend.h"
 

@@ -8,7 +8,7 @@
 #include <memory>
 #include <string>
 
-#include "replay/CommandLine.h"
+#include "program/CommandLine.h"
 #include "replay/Recording.h"
 
 class cClock;

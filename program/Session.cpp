@@ -1,4 +1,4 @@
-#include "replay/Session.h"
+#include "program/Session.h"
 
 #include <cinttypes>
 #include <cstdio>

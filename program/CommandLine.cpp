@@ -1,4 +1,4 @@
-#include "replay/CommandLine.h"
+#include "program/CommandLine.h"
 
 #include "Version.h"
 #include "replay/ReplayFile.h"
