@@ -16,6 +16,15 @@ const int32_t DOWN_TICKS = 25;				// a player lying down cycles its row slowly
 const int32_t SKILL_ROWS = 128;				// in pixels: the rows drawn while the skill is on
 const int32_t DOWN_ROW = 256;				// in pixels: the one row of a player who is down
 
+// Damage of a weapon to a player; tavesh's skill halves the enemies' guns.
+int32_t GetPlayerDamage( int32_t weapon, bool halved ) {
+	switch ( weapon ) {
+		case WEAPON_ENEMY_GUN:		return halved ? 5 : 10;
+		case WEAPON_MACHINE_GUN:	return halved ? 10 : 20;
+		default:					return 0;
+	}
+}
+
 }
 
 cPlayer::cPlayer( int32_t kind, int32_t x, int32_t y )
@@ -56,6 +65,20 @@ void cPlayer::Animate() {
 	} else {
 		AnimateWalk();
 	}
+}
+
+// Only the enemies' bullets hurt a player; one brought to 0 health is down.
+bool cPlayer::TakeHit( const cBullet &bullet ) {
+	if ( !IsPlayerKind( kind ) || !IsEnemyKind( bullet.GetOwnerKind() ) ) {
+		return false;
+	}
+	const bool halved = kind == KIND_TAVESH && skillActive;
+	health -= GetPlayerDamage( bullet.GetWeapon(), halved );
+	if ( health <= 0 ) {
+		health = 0;
+		dead = true;
+	}
+	return true;
 }
 
 void cPlayer::Shoot( tBulletList &bullets, bool &shot ) {

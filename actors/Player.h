@@ -42,6 +42,9 @@ public:
 	uint32_t			GetLastTick() const { return lastTick; }
 	void				SetDead( bool isDead ) { dead = isDead; }
 
+protected:
+	bool				TakeHit( const cBullet &bullet ) override;
+
 private:
 	int32_t				energy;				// in msec of skill use
 	int32_t				maxEnergy;			// in msec

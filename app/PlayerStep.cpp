@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "actors/ActorTypes.h"
+#include "actors/Item.h"
 #include "actors/Player.h"
 #include "sound/SoundIds.h"
 #include "world/Grid.h"
@@ -116,7 +117,8 @@ void UsePlayer( cPlayer &player, cPlayer *partner, cScene &scene, tItemList &ite
 		soundLayer.PlaySound( SOUND_DOOR_OPEN, false );
 	}
 	if ( FindNeighbour( scene, cx, cy, WALK_BOX, column, row ) ) {
-		scene.OpenBox( column, row, items );
+		scene.OpenBox( column, row );
+		cItem::AddBoxContent( column, row, items );
 		soundLayer.PlaySound( SOUND_OPEN_BOX, false );
 	}
 }
