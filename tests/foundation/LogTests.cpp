@@ -1,14 +1,17 @@
 // The error log: emptied at every start, one entry per line, three-line error blocks, long entries
-// cut, and a log that cannot be written never stops the game: its entries go to standard error.
+// cut, control bytes escaped, and a log that cannot be written never stops the game: its entries go
+// to standard error.
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "LogCapture.h"
 #include "TempDir.h"
 #include "log/Log.h"
+#include "log/Printable.h"
 
 TEST( Log, RestartEmptiesTheFileAndWritesAppendLines ) {
 	cTempDir folder;
@@ -56,4 +59,36 @@ TEST( Log, EntriesTheFileCannotTakeGoToStandardError ) {
 	}
 	EXPECT_FALSE( std::filesystem::exists( missingFolderLog ) ) << "nothing can be written there";
 	cLog::Restart( "log.txt" );
+}
+
+// A name from outside (a file, an argument) cannot break a line of the log or drive the terminal
+// that shows it: control bytes and bytes of no printable character are written as \xHH.
+TEST( Log, ControlBytesInATextAreWrittenEscaped ) {
+	const struct {
+		std::string	text;
+		const char *expected;
+	} cases[] = {
+		{ "replay.kmr", "replay.kmr" },
+		{ "a\nb", "a\\x0Ab" },
+		{ "\x1b[2J\x1b]0;title\x07", "\\x1B[2J\\x1B]0;title\\x07" },
+		{ std::string( "nul\0here", 8 ), "nul\\x00here" },
+		{ "\x1f \x20 ~ \x7f", "\\x1F   ~ \\x7F" },
+		{ "caf\xc3\xa9 \xe2\x82\xac \xf0\x9f\x8e\xae", "caf\xc3\xa9 \xe2\x82\xac \xf0\x9f\x8e\xae" },	// printable UTF-8 stays
+		{ "\xc2\x9b" "31m \xc2\xa0", "\\xC2\\x9B31m \xc2\xa0" },	// C1's CSI escaped, U+00A0 the first printable
+		{ "\x9b" "31m", "\\x9B31m" },										// a lone byte of no character
+		{ "cut \xe2\x82", "cut \\xE2\\x82" },								// a character cut short
+		{ "\xc3\x28", "\\xC3(" },
+		{ "\\x1B stays", "\\x1B stays" },									// escaped once is escaped
+	};
+	for ( const auto &c : cases ) {
+		EXPECT_EQ( MakePrintable( c.text ), c.expected ) << "text '" << c.text << "'";
+		EXPECT_EQ( MakePrintable( c.expected ), c.expected ) << "escaping twice changes nothing: " << c.expected;
+	}
+
+	cLogCapture log;
+	cLog::Write( "Error reading replay evil\n\x1b[31mname: no such file" );
+	cLog::WriteError( "Creating \x1b]0;x\x07", "code\r", "text\n" );
+	EXPECT_EQ( log.GetLines(), ( std::vector<std::string>{ "Error reading replay evil\\x0A\\x1B[31mname: no such file",
+														   "Error: Creating \\x1B]0;x\\x07", "Code: code\\x0D",
+														   "Description: text\\x0A" } ) );
 }
