@@ -1,7 +1,8 @@
 // The real SDL input backend under the real game, with SDL's virtual game controllers and the
 // dummy video driver, no hardware: pads plugged in and out at any moment, their keys as the game
 // reads them, which pad drives which player, the pause when a pad in use goes, the cursor and the
-// click in the menus, and the rumble of a hit player's pad.
+// click in the menus, and the rumble of a hit player's pad; and the mouse's own: where the cursor
+// starts, and the click that brings the window back.
 
 #include <gtest/gtest.h>
 
@@ -121,6 +122,13 @@ protected:
 		ASSERT_EQ( gameState, STATE_PLAYING );
 	}
 	bool Held( int key ) { return game.GetInputLayer().KeyDown( key ); }
+	void SendWindowEvent( SDL_WindowEventID what, Uint32 timestamp ) {
+		SDL_Event event = {};
+		event.type = SDL_WINDOWEVENT;
+		event.window.event = what;
+		event.window.timestamp = timestamp;
+		input->HandleEvent( event );
+	}
 	// From the middle of the screen, where the game puts the cursor, to (158, 360): the pause
 	// screen's entry 4, resume; there the south button clicks.
 	void ClickResume( SDL_JoystickID id ) {
@@ -218,4 +226,74 @@ TEST_F( SdlPadTest, JoystickWithoutAMappingIsLoggedAndLeftAlone ) {
 	const std::string text = log.GetText();
 	EXPECT_NE( text.find( "Pad not recognised, unused: Odd wheel" ), std::string::npos ) << text;
 	EXPECT_NE( text.find( "SDL_GAMECONTROLLERCONFIG" ), std::string::npos ) << text;
+}
+
+// The click that brings the window back to the front is the desktop's, whether it comes before the
+// focus (the window still away) or just after it: on the pause screen's resume entry it resumes
+// nothing. A press later than that is the player's.
+TEST_F( SdlPadTest, TheClickThatBringsTheWindowBackChoosesNoEntry ) {
+	const Uint32 back = 5000;		// SDL's msec when the focus comes back
+	const struct {
+		const char *	name;
+		bool			focusBack;	// before the press
+		Uint32			pressAt;
+		int				expected;
+	} cases[] = {
+		{ "a press while the window is away", false, back - 10, STATE_PAUSE },
+		{ "a press as the focus comes back", true, back, STATE_PAUSE },
+		{ "a press at the end of the refocus time", true, back + 250, STATE_PAUSE },
+		{ "a press after it", true, back + 251, STATE_PLAYING },
+	};
+	for ( const auto &c : cases ) {
+		StartGame( 1 );
+		SendWindowEvent( SDL_WINDOWEVENT_FOCUS_LOST, back - 100 );
+		Frames( 1 );
+		ASSERT_EQ( gameState, STATE_PAUSE ) << c.name;
+		game.GetInputLayer().SetMousePosition( 158, 360 );	// the resume entry
+		if ( c.focusBack ) {
+			SendWindowEvent( SDL_WINDOWEVENT_FOCUS_GAINED, back );
+		}
+		SDL_Event press = {};
+		press.type = SDL_MOUSEBUTTONDOWN;
+		press.button.button = SDL_BUTTON_LEFT;
+		press.button.timestamp = c.pressAt;
+		input->HandleEvent( press );
+		Frames( 2 );	// pressed, then let go: a click
+		EXPECT_EQ( gameState, c.expected ) << c.name;
+		SendWindowEvent( SDL_WINDOWEVENT_FOCUS_GAINED, back );
+	}
+}
+
+// Where the desktop does not move the pointer for the game (here the game's window is never
+// opened, and the pointer lies in another), the cursor stays in the middle of the screen, where the
+// game put it, when the pointer comes in, until the pointer moves.
+TEST_F( SdlPadTest, TheCursorStartsInTheMiddleWhereverThePointerIs ) {
+	SDL_Window *desktop = SDL_CreateWindow( "pointer", 0, 0, 640, 480, SDL_WINDOW_HIDDEN );
+	ASSERT_NE( desktop, nullptr ) << SDL_GetError();
+	const struct {
+		const char *	name;
+		int				pointerX;	// where the pointer is, -1 where it stays
+		int				pointerY;
+		int32_t			expectedX;
+		int32_t			expectedY;
+	} cases[] = {
+		{ "the first frames", -1, -1, 320, 240 },
+		{ "the pointer comes in at (50, 60)", 50, 60, 320, 240 },
+		{ "the pointer moves to (70, 80)", 70, 80, 70, 80 },
+	};
+	for ( const auto &c : cases ) {
+		if ( c.pointerX >= 0 ) {
+			SDL_WarpMouseInWindow( desktop, c.pointerX, c.pointerY );	// the dummy driver only notes it
+			if ( c.expectedX == 320 ) {
+				SendWindowEvent( SDL_WINDOWEVENT_ENTER, 0 );
+			}
+		}
+		Frames( 2 );
+		int32_t x = 0;
+		int32_t y = 0;
+		game.GetInputLayer().GetMousePosition( x, y );
+		EXPECT_EQ( x, c.expectedX ) << c.name;
+		EXPECT_EQ( y, c.expectedY ) << c.name;
+	}
+	SDL_DestroyWindow( desktop );
 }
