@@ -78,3 +78,14 @@ expect_clean_exit() {
   wait "$pid" || status=$?
   [ "$status" -eq 0 ] || fail "exit code $status"
 }
+
+# Full screen is the window manager's to give: the scenarios that switch start openbox on the
+# virtual display and wait until it has taken the screen over.
+start_window_manager() {
+  openbox --sm-disable > /dev/null 2>&1 &
+  local deadline=$((SECONDS + E2E_WAIT))
+  until xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q "window id"; do
+    [ $SECONDS -lt $deadline ] || fail "the window manager did not start"
+    sleep 0.1
+  done
+}

@@ -3,8 +3,9 @@
 # hash at the end is the same in all three runs:
 #   replay_game.sh GAME RESOURCES ARTEFACTS
 # 1. GAME --record: answer the full-screen question with No, click one player and tavesh, walk
-#    right and fire with xdotool for a few seconds, pause with Escape, then SIGTERM; the game must
-#    write the recording and print "Recorded N steps to FILE; final state hash: H".
+#    right and fire with xdotool for a few seconds, Alt+Enter in play and on the pause screen (the
+#    recording must not notice), pause with Escape, then SIGTERM; the game must write the recording
+#    and print "Recorded N steps to FILE; final state hash: H".
 # 2. GAME --replay FILE --verify: no window; exit 0 and "Final state hash: H".
 # 3. GAME --replay FILE in the window, a key held to play it four times as fast: it must print
 #    "Replay left at step N of N; state hash: H" when the recording ends; SIGTERM ends it.
@@ -49,8 +50,14 @@ click 160 328		# tavesh
 xdotool keydown d
 for _ in 1 2 3 4 5 6; do xdotool key h; sleep 0.3; done
 xdotool keyup d
+xdotool key alt+Return	# to full screen and back in play: the game must not see it
+sleep 0.5
 xdotool keydown s; sleep 1; xdotool keyup s
+xdotool key alt+Return
+sleep 0.5
 xdotool key Escape
+sleep 0.5
+xdotool key alt+Return	# and on the pause screen
 sleep 0.5
 end_game
 [ -f "$work/game.kmr" ] || fail "no recording was written"
