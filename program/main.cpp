@@ -39,7 +39,7 @@ bool CreateMainWindow( cCommandLine::eScreen screen, cSdlWindow &window, bool &f
 	if ( screen == cCommandLine::ASK_SCREEN && !cSdlWindow::AskFullscreen( fullscreen ) ) {
 		return false;
 	}
-	if ( !window.Create() ) {
+	if ( !window.Create( fullscreen ) ) {
 		std::fprintf( stderr, "%s: cannot open the window: %s\n", cSdlWindow::TITLE, SDL_GetError() );
 		return false;
 	}
@@ -51,8 +51,8 @@ bool CreateMainWindow( cCommandLine::eScreen screen, cSdlWindow &window, bool &f
 // screen and a window; the input backend keeps the keys and the cursor out of the game's way.
 class cWindowFrames : public cFrameClient {
 public:
-	cWindowFrames( cSdlWindow &window, cSdlInputBackend &input, cSession &session, bool fullscreen )
-		: window( window ), input( input ), session( session ), fullscreenWhenShown( fullscreen ) {}
+	cWindowFrames( cSdlWindow &window, cSdlInputBackend &input, cSession &session )
+		: window( window ), input( input ), session( session ) {}
 
 	bool HandleEvents() override {
 		SDL_Event event;
@@ -64,7 +64,7 @@ public:
 				picture.Forget();
 			}
 			input.HandleEvent( event );
-			if ( cSdlWindow::IsSwitchKey( event ) || IsShownToGoFullscreen( event ) ) {
+			if ( cSdlWindow::IsSwitchKey( event ) ) {
 				window.SwitchFullscreen();
 				NoteStall();
 			}
@@ -82,22 +82,10 @@ public:
 	}
 
 private:
-	// A game that starts full screen goes full screen once its window is on the screen (see
-	// cSdlWindow::Create).
-	bool IsShownToGoFullscreen( const SDL_Event &event ) {
-		const bool shown = event.type == SDL_WINDOWEVENT && event.window.event == SDL_WINDOWEVENT_EXPOSED;
-		if ( !shown || !fullscreenWhenShown ) {
-			return false;
-		}
-		fullscreenWhenShown = false;
-		return true;
-	}
-
 	cSdlWindow &		window;
 	cSdlInputBackend &	input;
 	cSession &			session;
 	cFramePicture		picture;
-	bool				fullscreenWhenShown;
 };
 
 // Pads are welcome but not needed: without them the game plays on the keyboard and the mouse.
@@ -146,7 +134,7 @@ void RunGame( const cCommandLine &line, cClock &clock ) {
 		StartPads();
 		cMonotonicClock pacing;
 		cFrameLoop loop( pacing );
-		cWindowFrames frames( window, input, session, fullscreen );
+		cWindowFrames frames( window, input, session );
 		loop.Run( frames );
 	}
 	if ( !session.Close( error ) ) {

@@ -102,12 +102,15 @@ int cSdlWindow::GetWindowScale( int desktopWidth, int desktopHeight ) {
 	return std::max( 1, std::min( byWidth, byHeight ) );
 }
 
-bool cSdlWindow::Create() {
-	fullscreen = false;
+bool cSdlWindow::Create( bool wantFullscreen ) {
+	fullscreen = wantFullscreen;
 	int width = VIEW_WIDTH;
 	int height = VIEW_HEIGHT;
-	const Uint32 flags = SDL_WINDOW_HIDDEN;		// the graphics backend shows it once its renderer is made
-	SDL_Rect usable;
+	Uint32 flags = SDL_WINDOW_HIDDEN;		// the graphics backend shows it once its renderer is made
+	if ( fullscreen ) {
+		flags |= SDL_WINDOW_FULLSCREEN_DESKTOP;
+	}
+	SDL_Rect usable;		// a game that starts full screen gets this size when it leaves full screen
 	if ( SDL_GetDisplayUsableBounds( 0, &usable ) == 0 ) {
 		const int scale = GetWindowScale( usable.w, usable.h );
 		width *= scale;

@@ -23,10 +23,7 @@ public:
 	// False when SIGINT or SIGTERM came before the answer: the program is to end.
 	static bool		AskFullscreen( bool &fullscreen );
 	// The window is created hidden: it is shown once the renderer is made, so that it appears once.
-	// It is made a window: a game that starts full screen switches once it is shown, since a
-	// window made full screen before it is shown may keep a window's drawing buffer (SDL sees no
-	// change of size, so the renderer is never told).
-	bool			Create();
+	bool			Create( bool fullscreen );
 	void			Destroy();
 	// Alt+Enter (either Enter key, pressed, not repeated) switches between a window and full screen.
 	static bool		IsSwitchKey( const SDL_Event &event );

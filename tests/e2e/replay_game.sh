@@ -14,13 +14,7 @@ game=$1 resources=$2 artefacts=$3
 source "$(dirname "$0")/game_window.sh"
 run_under_xvfb "$0" "$@"
 
-mkdir -p "$artefacts"
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-ln -s "$resources" "$work/resources"
-cd "$work"
-export ASAN_OPTIONS="${ASAN_OPTIONS:-}:detect_leaks=0"	# as in run_game.sh: SDL's display libraries
-export SDL_AUDIODRIVER=dummy
+enter_work_folder "$resources" "$artefacts"
 fail() {
   echo "FAIL (replay): $*" >&2
   for f in record.txt verify.txt replay.txt log.txt; do [ -s "$work/$f" ] && { echo "$f:" >&2; cat "$work/$f" >&2; }; done

@@ -12,14 +12,8 @@ game=$1 scenario=$2 resources=$3 artefacts=$4
 source "$(dirname "$0")/game_window.sh"
 run_under_xvfb "$0" "$@"
 
-mkdir -p "$artefacts"
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-ln -s "$resources" "$work/resources"
 fail() { echo "FAIL ($scenario): $*" >&2; [ -s "$work/log.txt" ] && { echo "log.txt:" >&2; cat "$work/log.txt" >&2; }; exit 1; }
-cd "$work"
-export ASAN_OPTIONS="${ASAN_OPTIONS:-}:detect_leaks=0"	# as in run_game.sh: SDL's display libraries
-export SDL_AUDIODRIVER=dummy
+enter_work_folder "$resources" "$artefacts"
 start_window_manager
 
 # Waits for the game's window mapped at WIDTH x HEIGHT; sets window.
@@ -74,12 +68,26 @@ switch() {
 }
 
 # The picture between black bars, nothing drawn on them: the full screen's top and bottom 32 rows.
+# Screenshots are taken until the picture is drawn (not one flat colour) with the bars black.
 expect_bars() {
-  local shot=$artefacts/$scenario-full-screen.png
-  expect_picture "$shot"
-  for bar in 1280x32+0+0 1280x32+0+992; do
-    [ "$("$E2E_CONVERT" "$shot" -crop "$bar" -format '%[max]' info:)" = 0 ] || fail "the bar $bar is not black ($shot)"
+  local shot=$artefacts/$scenario-full-screen.png deadline=$((SECONDS + E2E_WAIT)) spread bars
+  while [ $SECONDS -lt $deadline ]; do
+    timeout 10 xwd -silent -id "$window" | timeout 10 "$E2E_CONVERT" xwd:- "$shot" || fail "no screenshot of the window"
+    spread=$("$E2E_CONVERT" "$shot" -crop 1280x960+0+32 -format '%[fx:standard_deviation]' info:)
+    bars=$("$E2E_CONVERT" "$shot" -crop 1280x32+0+0 -format '%[max]' info:)+$("$E2E_CONVERT" "$shot" -crop 1280x32+0+992 -format '%[max]' info:)
+    awk -v s="$spread" 'BEGIN { exit !(s > 0) }' && [ "$bars" = 0+0 ] && return 0
+    sleep 0.2
   done
+  fail "no picture between black bars after $E2E_WAIT s (spread $spread, bars' brightest $bars; $shot)"
+}
+
+# Full screen: the picture between black bars; a window: a picture.
+expect_shape_drawn() {
+  if [ "$1" = "1280 1024" ]; then
+    expect_bars
+  else
+    expect_picture "$artefacts/$scenario-window.png"
+  fi
 }
 
 case "$scenario" in
@@ -107,18 +115,17 @@ case "$scenario" in
     [ "$scenario" = fullscreen ] || shapes=("640 480" "1280 1024")
     wait_for_shape ${shapes[0]}
     titled_windows | awk '$2 < 640 { exit 1 }' || fail "the question was asked"
-    [ "$scenario" = fullscreen ] && expect_bars || expect_picture "$artefacts/$scenario-window.png"
-    point_at 200 150
-    sleep 0.3
-    switch
-    wait_for_shape ${shapes[1]}
-    expect_pointer_at 200 150
-    [ "$scenario" = window ] && expect_bars || expect_picture "$artefacts/$scenario-window.png"
-    point_at 300 100
-    sleep 0.3
-    switch
-    wait_for_shape ${shapes[0]}
-    expect_pointer_at 300 100
+    expect_shape_drawn "${shapes[0]}"
+    # There (the pointer at (200, 150) of the game's screen) and back (at (300, 100)).
+    for there in "1 200 150" "0 300 100"; do
+      read -r shape x y <<< "$there"
+      point_at "$x" "$y"
+      sleep 0.3
+      switch
+      wait_for_shape ${shapes[$shape]}
+      expect_pointer_at "$x" "$y"
+      expect_shape_drawn "${shapes[$shape]}"
+    done
     point_at 160 392		# the quit entry, 70-249 x 381-403
     sleep 0.3
     xdotool click 1
