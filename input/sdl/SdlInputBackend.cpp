@@ -80,7 +80,8 @@ cSdlInputBackend::~cSdlInputBackend() {
 void cSdlInputBackend::HandleEvent( const SDL_Event &event ) {
 	if ( cSdlWindow::IsSwitchKey( event ) ) {
 		switchKey = event.key.keysym.scancode;
-		HoldCursor();		// until the window has its new size and the pointer its place in it
+		HoldCursor();
+		switchReadsLeft = SWITCH_READS;
 	} else if ( event.type == SDL_KEYDOWN ) {
 		const int code = MapScancode( event.key.keysym.scancode );
 		if ( code != 0 && !IsWindowKey( event.key.keysym.scancode ) ) {
@@ -106,8 +107,9 @@ void cSdlInputBackend::HandleEvent( const SDL_Event &event ) {
 	}
 }
 
-// A window of another size shows the cursor at the same place of the game's screen: the pointer
-// goes there. The pointer coming into the window has not moved yet: the cursor stays where it is.
+// After Alt+Enter the cursor stays at its place of the game's screen, and the pointer is sent there
+// each time the window moves or changes size: SDL may announce the new size before the window
+// manager has moved the window. The pointer coming into the window has not moved yet either.
 void cSdlInputBackend::HandleWindowEvent( const SDL_WindowEvent &event ) {
 	if ( IsLeavingWindow( event.event ) ) {
 		pauseRequest = true;
@@ -118,8 +120,9 @@ void cSdlInputBackend::HandleWindowEvent( const SDL_WindowEvent &event ) {
 		away = false;
 		cameBack = true;
 		cameBackAt = event.timestamp;
-	} else if ( event.event == SDL_WINDOWEVENT_SIZE_CHANGED ) {
+	} else if ( ( event.event == SDL_WINDOWEVENT_SIZE_CHANGED || event.event == SDL_WINDOWEVENT_MOVED ) && switchReadsLeft > 0 ) {
 		WarpMouse( cursorX, cursorY );
+		switchReadsLeft = SWITCH_READS;
 	} else if ( event.event == SDL_WINDOWEVENT_ENTER && ownCursor ) {
 		HoldCursor();
 	}
@@ -245,7 +248,9 @@ bool cSdlInputBackend::ReadMouse( cMouseReading &reading ) {
 	int windowX = 0;
 	int windowY = 0;
 	const Uint32 buttons = SDL_GetMouseState( &windowX, &windowY );
-	if ( !ownCursor || windowX != pointerX || windowY != pointerY ) {
+	if ( switchReadsLeft > 0 ) {
+		switchReadsLeft = IsPointerAtCursor( windowX, windowY ) ? 0 : switchReadsLeft - 1;
+	} else if ( !ownCursor || windowX != pointerX || windowY != pointerY ) {
 		window.WindowToScreen( windowX, windowY, cursorX, cursorY );
 		ownCursor = false;
 	}
@@ -271,6 +276,13 @@ bool cSdlInputBackend::ReadMouse( cMouseReading &reading ) {
 		buttonPressed[button] = false;
 	}
 	return true;
+}
+
+bool cSdlInputBackend::IsPointerAtCursor( int windowX, int windowY ) const {
+	int x = 0;
+	int y = 0;
+	window.ScreenToWindow( cursorX, cursorY, x, y );
+	return x == windowX && y == windowY;
 }
 
 // The cursor stays where it is until the pointer moves from where it is now.

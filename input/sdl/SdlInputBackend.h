@@ -49,6 +49,7 @@ private:
 	static constexpr int	RUMBLE_STRENGTH = 0x3000;	// of 0xFFFF, on both motors: light
 	static constexpr int	RUMBLE_TIME = 150;			// msec
 	static constexpr Uint32	REFOCUS_TIME = 250;			// msec: a press this soon after the focus came back brought it
+	static constexpr int	SWITCH_READS = 40;			// about 0.6 s: the cursor waits this long for the pointer after a switch
 
 	void				OpenPad( int deviceIndex );
 	void				ClosePad( SDL_JoystickID id );
@@ -56,6 +57,7 @@ private:
 	bool				ArePadsHeard() const;
 	bool				IsWindowKey( SDL_Scancode scancode ) const;
 	void				HoldCursor();
+	bool				IsPointerAtCursor( int windowX, int windowY ) const;
 	void				HandleWindowEvent( const SDL_WindowEvent &event );
 	void				HandleButtonDown( const SDL_MouseButtonEvent &event );
 
@@ -77,6 +79,7 @@ private:
 	std::vector<cController>	controllers;
 	// The cursor stays where the game or a pad put it until the pointer itself moves.
 	bool				ownCursor = false;
+	int					switchReadsLeft = 0;		// reads left for the pointer to arrive where the cursor stays
 	int32_t				cursorX = 0;
 	int32_t				cursorY = 0;
 	int					pointerX = -1;				// the pointer's last window position
