@@ -1,8 +1,7 @@
-// The real SDL input backend under the real game, with SDL's virtual game controllers and the
-// dummy video driver, no hardware: pads plugged in and out at any moment, their keys as the game
-// reads them, which pad drives which player, the pause when a pad in use goes, the cursor and the
-// click in the menus, and the rumble of a hit player's pad; and the mouse's own: where the cursor
-// starts, and the click that brings the window back.
+// The real SDL input backend under the real game, with SDL's virtual game controllers and the dummy
+// video driver, no hardware: pads plugged in and out at any moment, their keys as the game reads them,
+// which pad drives which player, the pause when a pad in use goes, the cursor and the click in the
+// menus, the rumble of a hit player's pad; where the cursor starts, the click that refocuses the window.
 
 #include <gtest/gtest.h>
 
