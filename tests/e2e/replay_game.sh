@@ -3,9 +3,10 @@
 # hash at the end is the same in all three runs:
 #   replay_game.sh GAME RESOURCES ARTEFACTS
 # 1. GAME --record: answer the full-screen question with No, click one player and tavesh, walk
-#    right and fire with xdotool for a few seconds, Alt+Enter in play and on the pause screen (the
-#    recording must not notice), pause with Escape, then SIGTERM; the game must write the recording
-#    and print "Recorded N steps to FILE; final state hash: H".
+#    right and fire with xdotool for a few seconds, Alt+Enter in play and on the pause screen (under
+#    openbox where it is installed, so that the window really switches; the recording must not
+#    notice), pause with Escape, then SIGTERM; the game must write the recording and print
+#    "Recorded N steps to FILE; final state hash: H".
 # 2. GAME --replay FILE --verify: no window; exit 0 and "Final state hash: H".
 # 3. GAME --replay FILE in the window, a key held to play it four times as fast: it must print
 #    "Replay left at step N of N; state hash: H" when the recording ends; SIGTERM ends it.
@@ -21,6 +22,7 @@ fail() {
   cp -f "$work"/*.kmr "$artefacts/" 2>/dev/null || true
   exit 1
 }
+command -v openbox > /dev/null && start_window_manager	# so that Alt+Enter really switches
 
 # Clicks a point of the 640 x 480 screen.
 click() {
