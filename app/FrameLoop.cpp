@@ -9,6 +9,9 @@ void cFrameLoop::Run( cFrameClient &client ) {
 		if ( !client.HandleEvents() ) {
 			return;
 		}
+		if ( client.TakeStall() ) {
+			ResetDeadline();
+		}
 		const int due = TakeDueSteps();
 		for ( int i = 0; i < due; i++ ) {
 			if ( !client.Step() ) {

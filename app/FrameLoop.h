@@ -1,9 +1,10 @@
 #pragma once
-// Paces the game: one step every 15 msec (cGame::FRAME_TIME) by a deadline on the pacing clock, so
-// that lateness does not pile up, then at most one frame. When drawing or presenting took longer
-// than a step (a display that makes the present wait for its refresh), the steps that fell due run
-// before the next frame, at most MAX_STEPS_PER_FRAME, so that a stall never turns into a burst of
-// play.
+// Paces the game: one step every 15 msec (cGame::FRAME_TIME) by a deadline on the pacing clock,
+// so that lateness does not pile up, then at most one frame. When drawing or presenting took
+// longer than a step (a display that makes the present wait for its refresh), the steps that fell
+// due run before the next frame, at most MAX_STEPS_PER_FRAME, so that a stall never turns into a
+// burst of play. A stall the window asked for (a switch to full screen) starts the deadline again
+// from its end.
 
 #include <cstdint>
 

@@ -4,7 +4,7 @@
 #include "app/Game.h"
 
 bool cFramePicture::IsChanged( const cGame &game ) const {
-	if ( !known || ShowsWorld( gameState ) || gameState != state ) {
+	if ( framesOwed > 0 || ShowsWorld( gameState ) || gameState != state ) {
 		return true;
 	}
 	int32_t x = 0;
@@ -14,7 +14,7 @@ bool cFramePicture::IsChanged( const cGame &game ) const {
 }
 
 void cFramePicture::Note( const cGame &game ) {
-	known = true;
+	framesOwed = framesOwed > 0 ? framesOwed - 1 : 0;
 	state = gameState;
 	game.GetInputLayer().GetMousePosition( mouseX, mouseY );
 }

@@ -12,11 +12,15 @@ public:
 	bool				IsChanged( const cGame &game ) const;
 	// After a frame was drawn.
 	void				Note( const cGame &game );
-	// The picture on the screen was lost or must be shown anew: exposed, resized, shown again.
-	void				Forget() { known = false; }
+	// The picture on the screen was lost or must be shown anew: exposed, resized, shown again. It
+	// is drawn twice: a renderer may see the window's new size only after a present (Mesa's
+	// software GL reads it then), and fill the old size in the first frame.
+	void				Forget() { framesOwed = FRAMES_AFTER_LOSS; }
 
 private:
-	bool				known = false;
+	static const int	FRAMES_AFTER_LOSS = 2;
+
+	int					framesOwed = FRAMES_AFTER_LOSS;
 	int32_t				state = 0;			// gameState
 	int32_t				mouseX = 0;			// the cursor, in 640 x 480 screen pixels
 	int32_t				mouseY = 0;

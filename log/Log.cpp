@@ -3,19 +3,21 @@
 #include <cstdio>
 #include <cstring>
 
+#include "log/Printable.h"
+
 namespace {
 
 std::string logPath = "log.txt";
 
 // Formats one line into a zeroed entry buffer. A text too long for the entry is cut so that the
-// line end still fits: the log stays one entry per line.
+// line end still fits, and a control byte in it is written escaped: the log stays one entry per line.
 void AppendLine( char *entry, const char *prefix, const char *text ) {
 	const size_t used = std::strlen( entry );
 	const size_t room = cLog::ENTRY_SIZE - 1 - used;	// characters left, the terminating zero aside
 	if ( room == 0 ) {
 		return;
 	}
-	std::snprintf( entry + used, room + 1, "%s%s", prefix, text ? text : "" );
+	std::snprintf( entry + used, room + 1, "%s%s", prefix, MakePrintable( text ? text : "" ).c_str() );
 	size_t length = std::strlen( entry );
 	if ( length == cLog::ENTRY_SIZE - 1 ) {
 		entry[length - 1] = '\n';

@@ -2,7 +2,8 @@
 // cLog appends the failures of the running game to log.txt, in the working directory unless the
 // program points it elsewhere before its first entry. The file is emptied by the first Instance()
 // of a run, so it only ever holds the last run. Entries that cannot be written to the file go to
-// standard error.
+// standard error. Every text is written printable (log/Printable.h): one entry never spans more
+// lines than it has, and nothing in it can drive a terminal.
 
 #include <string>
 

@@ -74,6 +74,11 @@ bool cDataPaths::Find( const std::vector<std::string> &candidates ) {
 	return false;
 }
 
+bool cDataPaths::IsInWorkingFolder() const {
+	std::error_code error;
+	return found && fs::equivalent( root, WORKING_FOLDER, error );
+}
+
 std::string cDataPaths::ChooseLogPath( const char *stateHome, const char *home ) const {
 	if ( IsInWorkingFolder() ) {
 		return LOG_NAME;

@@ -36,7 +36,8 @@ public:
 
 	const std::string &	GetRoot() const { return root; }
 	bool				IsFound() const { return found; }
-	bool				IsInWorkingFolder() const { return found && root == WORKING_FOLDER; }
+	// The same folder, whatever path names it (KMVT_DATA may name the working folder absolutely).
+	bool				IsInWorkingFolder() const;
 	// "No game data found; looked in: a, b, c".
 	std::string			DescribeSearch() const;
 

@@ -1,6 +1,7 @@
 #include "program/CommandLine.h"
 
 #include "Version.h"
+#include "log/Printable.h"
 #include "replay/ReplayFile.h"
 
 namespace {
@@ -14,9 +15,17 @@ cCommandLine Wrong( const std::string &error ) {
 	return line;
 }
 
+cCommandLine::eScreen ScreenAskedBy( const std::string &argument ) {
+	if ( argument == "--fullscreen" ) {
+		return cCommandLine::FULL_SCREEN;
+	}
+	return argument == "--window" ? cCommandLine::WINDOW_SCREEN : cCommandLine::ASK_SCREEN;
 }
 
-// --help and --version stand alone; --verify goes with --replay, in either order.
+}
+
+// --help and --version stand alone; --verify goes with --replay, in either order; --fullscreen or
+// --window goes with anything that opens the window.
 cCommandLine cCommandLine::Parse( int argc, const char *const *argv ) {
 	cCommandLine line;
 	bool verify = false;
@@ -32,6 +41,11 @@ cCommandLine cCommandLine::Parse( int argc, const char *const *argv ) {
 			line.file = argv[++i];
 		} else if ( argument == "--verify" && !verify ) {
 			verify = true;
+		} else if ( ScreenAskedBy( argument ) != ASK_SCREEN ) {
+			if ( line.screen != ASK_SCREEN ) {
+				return Wrong( "--fullscreen or --window, one of them once" );
+			}
+			line.screen = ScreenAskedBy( argument );
 		} else {
 			return Wrong( "unexpected argument '" + argument + "'" );
 		}
@@ -40,14 +54,17 @@ cCommandLine cCommandLine::Parse( int argc, const char *const *argv ) {
 		if ( line.mode != REPLAY ) {
 			return Wrong( "--verify goes with --replay FILE" );
 		}
+		if ( line.screen != ASK_SCREEN ) {
+			return Wrong( "--verify opens no window for --fullscreen or --window" );
+		}
 		line.mode = VERIFY;
 	}
 	return line;
 }
 
 std::string cCommandLine::GetUsageLine( const std::string &error ) {
-	return std::string( PROGRAM ) + ": " + error + "; usage: " + PROGRAM +
-		   " [--record FILE | --replay FILE [--verify] | --help | --version]\n";
+	return std::string( PROGRAM ) + ": " + MakePrintable( error ) + "; usage: " + PROGRAM +
+		   " [--fullscreen | --window] [--record FILE | --replay FILE [--verify] | --help | --version]\n";
 }
 
 std::string cCommandLine::GetHelp() {
@@ -55,7 +72,10 @@ std::string cCommandLine::GetHelp() {
 		"Project Kormaveth 2D, a top-down action game for one or two players.\n"
 		"\n"
 		"With no option the game asks whether to play full screen, then starts at the main menu.\n"
+		"Alt+Enter switches between the window and full screen at any time.\n"
 		"\n"
+		"  --fullscreen           play full screen without asking\n"
+		"  --window               play in a window without asking\n"
 		"  --record FILE          play as usual and write a recording of the whole run to FILE\n"
 		"                         when the program ends (quit entry, window closed or SIGTERM)\n"
 		"  --replay FILE          show the recording FILE in the window: Escape leaves it, any\n"
@@ -68,7 +88,10 @@ std::string cCommandLine::GetHelp() {
 		"  --help                 print this text\n"
 		"  --version              print the game's version\n"
 		"\n"
-		"The game writes log.txt in the folder it runs in; a bad recording is named there.\n"
+		"The log, log.txt, names what went wrong in the last run (a bad recording, a missing\n"
+		"picture): it is in the folder the game runs in when the game's data is there, else in\n"
+		"$XDG_STATE_HOME/kormaveth2d/ (by default ~/.local/state/kormaveth2d/), else on standard\n"
+		"error.\n"
 		"A wrong option prints a usage line and exits with status 2.\n";
 }
 

@@ -7,6 +7,7 @@
 #include "app/Game.h"
 #include "app/StateHash.h"
 #include "input/KeyCodes.h"
+#include "log/Printable.h"
 #include "replay/GameStep.h"
 #include "replay/Recorder.h"
 #include "replay/Replay.h"
@@ -94,7 +95,7 @@ bool cSession::Close( std::string &error ) {
 	const cRecording made = recorder->GetRecording();
 	if ( !made.checkpoints.empty() ) {
 		std::printf( "Recorded %" PRIu64 " steps to %s; final state hash: %016" PRIx64 "\n", made.steps,
-					 recordPath.c_str(), made.checkpoints.back().total );
+					 MakePrintable( recordPath ).c_str(), made.checkpoints.back().total );
 	}
 	return cReplayFile::Save( recordPath, made, error );
 }

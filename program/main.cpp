@@ -17,6 +17,7 @@
 #include "graphics/sdl/SdlGraphicsBackend.h"
 #include "input/sdl/SdlInputBackend.h"
 #include "log/Log.h"
+#include "log/Printable.h"
 #include "platform/DataPaths.h"
 #include "platform/MonotonicClock.h"
 #include "platform/Platform.h"
@@ -31,8 +32,13 @@ namespace {
 
 cGame game;
 
-bool CreateMainWindow( cSdlWindow &window, bool &fullscreen ) {
-	fullscreen = cSdlWindow::AskFullscreen();
+// The command line may have chosen already. False when the window cannot be opened, or when a
+// signal came while the question waited: the program then ends as a closed window ends it.
+bool CreateMainWindow( cCommandLine::eScreen screen, cSdlWindow &window, bool &fullscreen ) {
+	fullscreen = screen == cCommandLine::FULL_SCREEN;
+	if ( screen == cCommandLine::ASK_SCREEN && !cSdlWindow::AskFullscreen( fullscreen ) ) {
+		return false;
+	}
 	if ( !window.Create( fullscreen ) ) {
 		std::fprintf( stderr, "%s: cannot open the window: %s\n", cSdlWindow::TITLE, SDL_GetError() );
 		return false;
@@ -41,10 +47,11 @@ bool CreateMainWindow( cSdlWindow &window, bool &fullscreen ) {
 }
 
 // The game in its SDL window. A hidden or minimised window is not drawn; a window event that may
-// have spoilt or hidden the picture asks for a frame.
+// have spoilt or hidden the picture asks for a frame. Alt+Enter switches the window between full
+// screen and a window; the input backend keeps the keys and the cursor out of the game's way.
 class cWindowFrames : public cFrameClient {
 public:
-	cWindowFrames( const cSdlWindow &window, cSdlInputBackend &input, cSession &session )
+	cWindowFrames( cSdlWindow &window, cSdlInputBackend &input, cSession &session )
 		: window( window ), input( input ), session( session ) {}
 
 	bool HandleEvents() override {
@@ -57,6 +64,10 @@ public:
 				picture.Forget();
 			}
 			input.HandleEvent( event );
+			if ( cSdlWindow::IsSwitchKey( event ) ) {
+				window.SwitchFullscreen();
+				NoteStall();
+			}
 		}
 		return true;
 	}
@@ -71,7 +82,7 @@ public:
 	}
 
 private:
-	const cSdlWindow &	window;
+	cSdlWindow &		window;
 	cSdlInputBackend &	input;
 	cSession &			session;
 	cFramePicture		picture;
@@ -100,7 +111,7 @@ void RunGame( const cCommandLine &line, cClock &clock ) {
 	const std::string dataRoot = FindData();
 	cSdlWindow window( dataRoot );
 	bool fullscreen = false;
-	if ( !CreateMainWindow( window, fullscreen ) ) {
+	if ( !CreateMainWindow( line.screen, window, fullscreen ) ) {
 		game.Finalize();
 		return;
 	}
@@ -110,7 +121,7 @@ void RunGame( const cCommandLine &line, cClock &clock ) {
 	cSession session;
 	std::string error;
 	if ( !session.Open( line, input, &sound, clock, error ) ) {
-		std::fprintf( stderr, "%s\n", error.c_str() );
+		std::fprintf( stderr, "%s\n", MakePrintable( error ).c_str() );
 	}
 	SetClock( &session.GetClock() );
 	cPlatform platform;
@@ -127,7 +138,7 @@ void RunGame( const cCommandLine &line, cClock &clock ) {
 		loop.Run( frames );
 	}
 	if ( !session.Close( error ) ) {
-		std::fprintf( stderr, "%s\n", error.c_str() );
+		std::fprintf( stderr, "%s\n", MakePrintable( error ).c_str() );
 	}
 	game.Finalize();
 	SetClock( &clock );

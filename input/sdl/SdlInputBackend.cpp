@@ -78,18 +78,19 @@ cSdlInputBackend::~cSdlInputBackend() {
 }
 
 void cSdlInputBackend::HandleEvent( const SDL_Event &event ) {
-	if ( event.type == SDL_KEYDOWN ) {
+	if ( cSdlWindow::IsSwitchKey( event ) ) {
+		switchKey = event.key.keysym.scancode;
+		HoldCursor();
+		switchReadsLeft = SWITCH_READS;
+	} else if ( event.type == SDL_KEYDOWN ) {
 		const int code = MapScancode( event.key.keysym.scancode );
-		if ( code != 0 ) {
+		if ( code != 0 && !IsWindowKey( event.key.keysym.scancode ) ) {
 			keyPressed[code] = true;
 		}
-	} else if ( event.type == SDL_WINDOWEVENT && IsLeavingWindow( event.window.event ) ) {
-		pauseRequest = true;
+	} else if ( event.type == SDL_WINDOWEVENT ) {
+		HandleWindowEvent( event.window );
 	} else if ( event.type == SDL_MOUSEBUTTONDOWN ) {
-		const int button = GameButton( event.button.button );
-		if ( button >= 0 ) {
-			buttonPressed[button] = true;
-		}
+		HandleButtonDown( event.button );
 	} else if ( event.type == SDL_CONTROLLERDEVICEADDED ) {
 		OpenPad( event.cdevice.which );
 	} else if ( event.type == SDL_CONTROLLERDEVICEREMOVED ) {
@@ -104,6 +105,42 @@ void cSdlInputBackend::HandleEvent( const SDL_Event &event ) {
 	} else if ( event.type == SDL_JOYDEVICEADDED && !SDL_IsGameController( event.jdevice.which ) ) {
 		LogUnknownJoystick( event.jdevice.which );
 	}
+}
+
+// After Alt+Enter the cursor stays at its place of the game's screen, and the pointer is sent there
+// each time the window moves or changes size: SDL may announce the new size before the window
+// manager has moved the window. The pointer coming into the window has not moved yet either.
+void cSdlInputBackend::HandleWindowEvent( const SDL_WindowEvent &event ) {
+	if ( IsLeavingWindow( event.event ) ) {
+		pauseRequest = true;
+	}
+	if ( event.event == SDL_WINDOWEVENT_FOCUS_LOST ) {
+		away = true;
+	} else if ( event.event == SDL_WINDOWEVENT_FOCUS_GAINED ) {
+		away = false;
+		cameBack = true;
+		cameBackAt = event.timestamp;
+	} else if ( ( event.event == SDL_WINDOWEVENT_SIZE_CHANGED || event.event == SDL_WINDOWEVENT_MOVED ) && switchReadsLeft > 0 ) {
+		WarpMouse( cursorX, cursorY );
+		switchReadsLeft = SWITCH_READS;
+	} else if ( event.event == SDL_WINDOWEVENT_ENTER && ownCursor ) {
+		HoldCursor();
+	}
+}
+
+// The desktop may hand the window the click that brought it back, before or after the focus itself.
+void cSdlInputBackend::HandleButtonDown( const SDL_MouseButtonEvent &event ) {
+	const int button = GameButton( event.button );
+	if ( button < 0 ) {
+		return;
+	}
+	const bool bringsBack = away || ( cameBack && event.timestamp - cameBackAt <= REFOCUS_TIME );
+	( bringsBack ? focusClick : buttonPressed )[button] = true;
+}
+
+// The Alt keys are the desktop's and the window's (Alt+Tab, Alt+Enter); the game has no use for them.
+bool cSdlInputBackend::IsWindowKey( SDL_Scancode scancode ) const {
+	return scancode == SDL_SCANCODE_LALT || scancode == SDL_SCANCODE_RALT || scancode == switchKey;
 }
 
 void cSdlInputBackend::OpenPad( int deviceIndex ) {
@@ -183,9 +220,12 @@ bool cSdlInputBackend::ReadKeyboard( uint8_t state[256] ) {
 	}
 	int count = 0;
 	const Uint8 *keys = SDL_GetKeyboardState( &count );
+	if ( switchKey < count && !keys[switchKey] ) {
+		switchKey = SDL_SCANCODE_UNKNOWN;
+	}
 	for ( int scancode = 0; scancode < count; scancode++ ) {
 		const int code = MapScancode( static_cast<SDL_Scancode>( scancode ) );
-		if ( keys[scancode] && code != 0 ) {
+		if ( keys[scancode] && code != 0 && !IsWindowKey( static_cast<SDL_Scancode>( scancode ) ) ) {
 			state[code] = KEY_HELD;
 		}
 	}
@@ -208,7 +248,9 @@ bool cSdlInputBackend::ReadMouse( cMouseReading &reading ) {
 	int windowX = 0;
 	int windowY = 0;
 	const Uint32 buttons = SDL_GetMouseState( &windowX, &windowY );
-	if ( !ownCursor || windowX != pointerX || windowY != pointerY ) {
+	if ( switchReadsLeft > 0 ) {
+		switchReadsLeft = IsPointerAtCursor( windowX, windowY ) ? 0 : switchReadsLeft - 1;
+	} else if ( !ownCursor || windowX != pointerX || windowY != pointerY ) {
 		window.WindowToScreen( windowX, windowY, cursorX, cursorY );
 		ownCursor = false;
 	}
@@ -227,17 +269,34 @@ bool cSdlInputBackend::ReadMouse( cMouseReading &reading ) {
 	reading.y = cursorY;
 	const Uint32 masks[4] = { SDL_BUTTON_LMASK, SDL_BUTTON_RMASK, SDL_BUTTON_MMASK, SDL_BUTTON_X1MASK };
 	for ( int button = 0; button < 4; button++ ) {
-		const bool held = ( buttons & masks[button] ) != 0 || buttonPressed[button] || ( button == 0 && pads.IsClickHeld() );
+		const bool down = ( buttons & masks[button] ) != 0;
+		focusClick[button] = focusClick[button] && down;
+		const bool held = ( down && !focusClick[button] ) || buttonPressed[button] || ( button == 0 && pads.IsClickHeld() );
 		reading.buttons[button] = held ? KEY_HELD : 0;
 		buttonPressed[button] = false;
 	}
 	return true;
 }
 
+bool cSdlInputBackend::IsPointerAtCursor( int windowX, int windowY ) const {
+	int x = 0;
+	int y = 0;
+	window.ScreenToWindow( cursorX, cursorY, x, y );
+	return x == windowX && y == windowY;
+}
+
+// The cursor stays where it is until the pointer moves from where it is now.
+void cSdlInputBackend::HoldCursor() {
+	ownCursor = true;
+	SDL_GetMouseState( &pointerX, &pointerY );
+}
+
+// A desktop that does not honour the warp leaves the pointer where it was: the cursor stays where
+// the game put it until the player moves the pointer.
 void cSdlInputBackend::WarpMouse( int32_t x, int32_t y ) {
 	cursorX = x;
 	cursorY = y;
-	ownCursor = true;
+	HoldCursor();
 	if ( window.GetWindow() == nullptr ) {
 		return;
 	}

@@ -2,8 +2,15 @@
 
 #include <SDL_image.h>
 
-#include <algorithm>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
+#include <algorithm>
+#include <cerrno>
+#include <string>
+
+#include "log/Log.h"
 #include "platform/ScreenSize.h"
 
 const char *const cSdlWindow::TITLE = "Project Kormaveth 2D";
@@ -13,7 +20,56 @@ namespace {
 
 const double DESKTOP_SHARE = 0.85;		// a windowed game takes at most this much of the desktop
 
-enum { ANSWER_YES = 1, ANSWER_NO = 2 };
+enum { ANSWER_NONE = 0, ANSWER_YES = 1, ANSWER_NO = 2 };
+
+int ShowQuestion() {
+	const SDL_MessageBoxButtonData buttons[] = {
+		{ SDL_MESSAGEBOX_BUTTON_ESCAPEKEY_DEFAULT, ANSWER_NO, "No" },
+		{ SDL_MESSAGEBOX_BUTTON_RETURNKEY_DEFAULT, ANSWER_YES, "Yes" },
+	};
+	const SDL_MessageBoxData question = {
+		SDL_MESSAGEBOX_INFORMATION, nullptr, cSdlWindow::TITLE, "Would you like fullscreen mode?",
+		SDL_arraysize( buttons ), buttons, nullptr
+	};
+	int answer = ANSWER_NO;
+	return SDL_ShowMessageBox( &question, &answer ) == 0 ? answer : ANSWER_NONE;
+}
+
+volatile sig_atomic_t questionSignal = 0;		// the signal that came while the question was shown
+volatile pid_t questionProcess = 0;			// the process group that shows it
+
+void EndQuestion( int signal ) {
+	questionSignal = signal;
+	if ( questionProcess > 0 ) {
+		kill( -questionProcess, SIGKILL );
+	}
+}
+
+// SDL's dialog waits for its answer deaf to signals (it runs in a process of its own and waits for
+// it). Asked from a child in a process group of its own, the question can be taken down, dialog
+// and all, when Ctrl+C or SIGTERM comes. Without a child the question is asked here, deaf as SDL's.
+int AskInChild() {
+	const pid_t child = fork();
+	if ( child < 0 ) {
+		return ShowQuestion();
+	}
+	if ( child == 0 ) {
+		setpgid( 0, 0 );
+		signal( SIGINT, SIG_DFL );
+		signal( SIGTERM, SIG_DFL );
+		_exit( ShowQuestion() );
+	}
+	setpgid( child, child );		// both set it, so that it is set whoever runs first
+	questionProcess = child;
+	if ( questionSignal != 0 ) {
+		kill( -child, SIGKILL );
+	}
+	int status = 0;
+	while ( waitpid( child, &status, 0 ) < 0 && errno == EINTR ) {
+	}
+	questionProcess = 0;
+	return WIFEXITED( status ) ? WEXITSTATUS( status ) : ANSWER_NONE;
+}
 
 }
 
@@ -25,20 +81,19 @@ cSdlWindow::~cSdlWindow() {
 	Destroy();
 }
 
-bool cSdlWindow::AskFullscreen() {
-	const SDL_MessageBoxButtonData buttons[] = {
-		{ SDL_MESSAGEBOX_BUTTON_ESCAPEKEY_DEFAULT, ANSWER_NO, "No" },
-		{ SDL_MESSAGEBOX_BUTTON_RETURNKEY_DEFAULT, ANSWER_YES, "Yes" },
-	};
-	const SDL_MessageBoxData question = {
-		SDL_MESSAGEBOX_INFORMATION, nullptr, TITLE, "Would you like fullscreen mode?",
-		SDL_arraysize( buttons ), buttons, nullptr
-	};
-	int answer = ANSWER_NO;
-	if ( SDL_ShowMessageBox( &question, &answer ) != 0 ) {
-		return false;
-	}
-	return answer == ANSWER_YES;
+bool cSdlWindow::AskFullscreen( bool &fullscreen ) {
+	struct sigaction ending = {};
+	ending.sa_handler = EndQuestion;
+	sigemptyset( &ending.sa_mask );
+	struct sigaction interrupt = {};
+	struct sigaction terminate = {};
+	questionSignal = 0;
+	sigaction( SIGINT, &ending, &interrupt );
+	sigaction( SIGTERM, &ending, &terminate );
+	fullscreen = AskInChild() == ANSWER_YES;
+	sigaction( SIGINT, &interrupt, nullptr );
+	sigaction( SIGTERM, &terminate, nullptr );
+	return questionSignal == 0;
 }
 
 int cSdlWindow::GetWindowScale( int desktopWidth, int desktopHeight ) {
@@ -54,13 +109,12 @@ bool cSdlWindow::Create( bool wantFullscreen ) {
 	Uint32 flags = SDL_WINDOW_HIDDEN;		// the graphics backend shows it once its renderer is made
 	if ( fullscreen ) {
 		flags |= SDL_WINDOW_FULLSCREEN_DESKTOP;
-	} else {
-		SDL_Rect usable;
-		if ( SDL_GetDisplayUsableBounds( 0, &usable ) == 0 ) {
-			const int scale = GetWindowScale( usable.w, usable.h );
-			width *= scale;
-			height *= scale;
-		}
+	}
+	SDL_Rect usable;		// a game that starts full screen gets this size when it leaves full screen
+	if ( SDL_GetDisplayUsableBounds( 0, &usable ) == 0 ) {
+		const int scale = GetWindowScale( usable.w, usable.h );
+		width *= scale;
+		height *= scale;
 	}
 	window = SDL_CreateWindow( TITLE, SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, width, height, flags );
 	if ( window == nullptr ) {
@@ -69,6 +123,25 @@ bool cSdlWindow::Create( bool wantFullscreen ) {
 	SetIcon();
 	SDL_ShowCursor( SDL_DISABLE );	// the game draws its own cursor
 	return true;
+}
+
+bool cSdlWindow::IsSwitchKey( const SDL_Event &event ) {
+	if ( event.type != SDL_KEYDOWN || event.key.repeat != 0 || ( event.key.keysym.mod & KMOD_ALT ) == 0 ) {
+		return false;
+	}
+	return event.key.keysym.scancode == SDL_SCANCODE_RETURN || event.key.keysym.scancode == SDL_SCANCODE_KP_ENTER;
+}
+
+// The renderer stays: its logical size keeps the picture 4:3 with black bars in either shape.
+void cSdlWindow::SwitchFullscreen() {
+	if ( window == nullptr ) {
+		return;
+	}
+	if ( SDL_SetWindowFullscreen( window, fullscreen ? 0 : SDL_WINDOW_FULLSCREEN_DESKTOP ) != 0 ) {
+		cLog::Write( ( std::string( "Error switching between full screen and a window: " ) + SDL_GetError() ).c_str() );
+		return;
+	}
+	fullscreen = !fullscreen;
 }
 
 // A missing icon is no error: the desktop's default icon stays.

@@ -1,7 +1,8 @@
 #pragma once
 // The game's window over SDL: asks whether to play full screen, opens the window at the largest
 // whole-number scale of 640 x 480 that fits the desktop (or full screen with the 4:3 picture
-// centred), and maps between window pixels and the game's 640 x 480 screen.
+// centred), switches between the two on Alt+Enter, and maps between window pixels and the game's
+// 640 x 480 screen.
 
 #include <SDL.h>
 
@@ -19,10 +20,14 @@ public:
 	cSdlWindow &	operator=( const cSdlWindow & ) = delete;
 
 	// "Would you like fullscreen mode?"; any answer but Yes, a failure included, means windowed.
-	static bool		AskFullscreen();
+	// False when SIGINT or SIGTERM came before the answer: the program is to end.
+	static bool		AskFullscreen( bool &fullscreen );
 	// The window is created hidden: it is shown once the renderer is made, so that it appears once.
 	bool			Create( bool fullscreen );
 	void			Destroy();
+	// Alt+Enter (either Enter key, pressed, not repeated) switches between a window and full screen.
+	static bool		IsSwitchKey( const SDL_Event &event );
+	void			SwitchFullscreen();
 
 	SDL_Window *	GetWindow() const { return window; }
 	bool			IsFullscreen() const { return fullscreen; }

@@ -7,6 +7,7 @@
 #include "app/Game.h"
 #include "app/StateHash.h"
 #include "graphics/headless/RecordingGraphicsBackend.h"
+#include "log/Printable.h"
 #include "platform/Clock.h"
 #include "platform/Platform.h"
 #include "replay/Recording.h"
@@ -58,12 +59,12 @@ int cReplayCheck::Verify( const std::string &path, const std::string &dataRoot )
 	cRecording recording;
 	std::string error;
 	if ( !cReplayFile::Load( path, recording, error ) ) {
-		std::fprintf( stderr, "%s\n", error.c_str() );
+		std::fprintf( stderr, "%s\n", MakePrintable( error ).c_str() );
 		return 1;
 	}
 	const cReplayOutcome outcome = Run( recording, dataRoot );
 	if ( outcome.matched ) {
-		std::printf( "Replay %s: %" PRIu64 " steps, every checkpoint matched\n", path.c_str(), outcome.steps );
+		std::printf( "Replay %s: %" PRIu64 " steps, every checkpoint matched\n", MakePrintable( path ).c_str(), outcome.steps );
 	} else {
 		std::printf( "Replay went another way at step %" PRIu64 ": %s\n", outcome.divergedAt, outcome.difference.c_str() );
 	}

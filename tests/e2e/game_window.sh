@@ -13,6 +13,21 @@ run_under_xvfb() {
 }
 E2E_CONVERT=$(command -v convert-im6.q16 || command -v convert)	# ImageMagick's, not a namesake
 
+# Goes into a working folder of its own (work), removed at exit, with the game's resources linked
+# in, and makes the folder for the artefacts. The game runs silent. In the sanitizer build it runs
+# with every check but the leak check: SDL unloads the display's libraries at exit, which leaves
+# their allocations nameless to the leak checker. The game's own leaks are checked by the headless tests.
+enter_work_folder() {
+  local resources=$1 artefacts=$2
+  mkdir -p "$artefacts"
+  work=$(mktemp -d)
+  trap 'rm -rf "$work"' EXIT
+  ln -s "$resources" "$work/resources"
+  cd "$work"
+  export ASAN_OPTIONS="${ASAN_OPTIONS:-}:detect_leaks=0"
+  export SDL_AUDIODRIVER=dummy
+}
+
 # Windows titled like the game, one "id width height" a line. SDL names its windows in UTF-8,
 # which xdotool's name search does not read; xwininfo does. A window that vanishes while the tree
 # is listed makes xwininfo fail: the windows listed so far stand, and the caller looks again.
@@ -77,4 +92,15 @@ expect_clean_exit() {
   fi
   wait "$pid" || status=$?
   [ "$status" -eq 0 ] || fail "exit code $status"
+}
+
+# Full screen is the window manager's to give: the scenarios that switch start openbox on the
+# virtual display and wait until it has taken the screen over.
+start_window_manager() {
+  openbox --sm-disable > /dev/null 2>&1 &
+  local deadline=$((SECONDS + E2E_WAIT))
+  until xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q "window id"; do
+    [ $SECONDS -lt $deadline ] || fail "the window manager did not start"
+    sleep 0.1
+  done
 }

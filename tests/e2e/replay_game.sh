@@ -3,8 +3,10 @@
 # hash at the end is the same in all three runs:
 #   replay_game.sh GAME RESOURCES ARTEFACTS
 # 1. GAME --record: answer the full-screen question with No, click one player and tavesh, walk
-#    right and fire with xdotool for a few seconds, pause with Escape, then SIGTERM; the game must
-#    write the recording and print "Recorded N steps to FILE; final state hash: H".
+#    right and fire with xdotool for a few seconds, Alt+Enter in play and on the pause screen (under
+#    openbox where it is installed, so that the window really switches; the recording must not
+#    notice), pause with Escape, then SIGTERM; the game must write the recording and print
+#    "Recorded N steps to FILE; final state hash: H".
 # 2. GAME --replay FILE --verify: no window; exit 0 and "Final state hash: H".
 # 3. GAME --replay FILE in the window, a key held to play it four times as fast: it must print
 #    "Replay left at step N of N; state hash: H" when the recording ends; SIGTERM ends it.
@@ -13,19 +15,14 @@ game=$1 resources=$2 artefacts=$3
 source "$(dirname "$0")/game_window.sh"
 run_under_xvfb "$0" "$@"
 
-mkdir -p "$artefacts"
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-ln -s "$resources" "$work/resources"
-cd "$work"
-export ASAN_OPTIONS="${ASAN_OPTIONS:-}:detect_leaks=0"	# as in run_game.sh: SDL's display libraries
-export SDL_AUDIODRIVER=dummy
+enter_work_folder "$resources" "$artefacts"
 fail() {
   echo "FAIL (replay): $*" >&2
   for f in record.txt verify.txt replay.txt log.txt; do [ -s "$work/$f" ] && { echo "$f:" >&2; cat "$work/$f" >&2; }; done
   cp -f "$work"/*.kmr "$artefacts/" 2>/dev/null || true
   exit 1
 }
+command -v openbox > /dev/null && start_window_manager	# so that Alt+Enter really switches
 
 # Clicks a point of the 640 x 480 screen.
 click() {
@@ -49,8 +46,14 @@ click 160 328		# tavesh
 xdotool keydown d
 for _ in 1 2 3 4 5 6; do xdotool key h; sleep 0.3; done
 xdotool keyup d
+xdotool key alt+Return	# to full screen and back in play: the game must not see it
+sleep 0.5
 xdotool keydown s; sleep 1; xdotool keyup s
+xdotool key alt+Return
+sleep 0.5
 xdotool key Escape
+sleep 0.5
+xdotool key alt+Return	# and on the pause screen
 sleep 0.5
 end_game
 [ -f "$work/game.kmr" ] || fail "no recording was written"

@@ -11,18 +11,8 @@ game=$1 scenario=$2 resources=$3 artefacts=$4
 source "$(dirname "$0")/game_window.sh"
 run_under_xvfb "$0" "$@"
 
-mkdir -p "$artefacts"
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-ln -s "$resources" "$work/resources"
 fail() { echo "FAIL ($scenario): $*" >&2; [ -f "$work/log.txt" ] && { echo "log.txt:" >&2; cat "$work/log.txt" >&2; }; exit 1; }
-
-cd "$work"
-# In the sanitizer build the real game runs with every check but the leak check: SDL unloads the
-# display's libraries at exit, which leaves their allocations nameless to the leak checker. The
-# game's own leaks are checked by the headless tests.
-export ASAN_OPTIONS="${ASAN_OPTIONS:-}:detect_leaks=0"
-export SDL_AUDIODRIVER=dummy
+enter_work_folder "$resources" "$artefacts"
 start_game "$work/stdout.txt" "$game"
 first=$window
 expect_picture "$artefacts/$scenario-main-menu.png"

@@ -1,5 +1,6 @@
 // The error log: emptied at every start, one entry per line, three-line error blocks, long entries
-// cut, and a log that cannot be written never stops the game: its entries go to standard error.
+// cut, control bytes escaped, and a log that cannot be written never stops the game: its entries go
+// to standard error.
 
 #include <gtest/gtest.h>
 
@@ -9,6 +10,7 @@
 #include "LogCapture.h"
 #include "TempDir.h"
 #include "log/Log.h"
+#include "log/Printable.h"
 
 TEST( Log, RestartEmptiesTheFileAndWritesAppendLines ) {
 	cTempDir folder;
@@ -56,4 +58,21 @@ TEST( Log, EntriesTheFileCannotTakeGoToStandardError ) {
 	}
 	EXPECT_FALSE( std::filesystem::exists( missingFolderLog ) ) << "nothing can be written there";
 	cLog::Restart( "log.txt" );
+}
+
+// A name from outside (a file, an argument) cannot break a line of the log or drive the terminal
+// that shows it: control bytes and bytes of no printable character are written as \xHH, once.
+TEST( Log, ControlBytesInATextAreWrittenEscaped ) {
+	const struct { std::string text; const char *expected; } cases[] = {
+		{ "a\nb\x7f", "a\\x0Ab\\x7F" }, { "\x1b[2J\x1f ~", "\\x1B[2J\\x1F ~" }, { std::string( "\0", 1 ), "\\x00" },
+		{ "caf\xc3\xa9 \xe2\x82\xac \xf0\x9f\x8e\xae \xc2\xa0", "caf\xc3\xa9 \xe2\x82\xac \xf0\x9f\x8e\xae \xc2\xa0" },
+		{ "\xc2\x9b" "1m \x9b \xe2\x82", "\\xC2\\x9B1m \\x9B \\xE2\\x82" },	// C1's CSI, a stray byte, a cut character
+	};
+	for ( const auto &c : cases ) {
+		EXPECT_EQ( MakePrintable( c.text ), c.expected ) << "text '" << c.text << "'";
+		EXPECT_EQ( MakePrintable( c.expected ), c.expected ) << "escaping twice changes nothing";
+	}
+	cLogCapture log;
+	cLog::WriteError( "Reading evil\n\x1b[31mname", "code\r", "text" );
+	EXPECT_EQ( log.GetText(), "Error: Reading evil\\x0A\\x1B[31mname\nCode: code\\x0D\nDescription: text\n" );
 }

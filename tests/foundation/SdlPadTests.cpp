@@ -1,7 +1,7 @@
-// The real SDL input backend under the real game, with SDL's virtual game controllers and the
-// dummy video driver, no hardware: pads plugged in and out at any moment, their keys as the game
-// reads them, which pad drives which player, the pause when a pad in use goes, the cursor and the
-// click in the menus, and the rumble of a hit player's pad.
+// The real SDL input backend under the real game, with SDL's virtual game controllers and the dummy
+// video driver, no hardware: pads plugged in and out at any moment, their keys as the game reads them,
+// which pad drives which player, the pause when a pad in use goes, the cursor and the click in the
+// menus, the rumble of a hit player's pad; where the cursor starts, the click that refocuses the window.
 
 #include <gtest/gtest.h>
 
@@ -121,6 +121,14 @@ protected:
 		ASSERT_EQ( gameState, STATE_PLAYING );
 	}
 	bool Held( int key ) { return game.GetInputLayer().KeyDown( key ); }
+	// A window event (its kind in detail) or a mouse press (its button), at SDL's msec.
+	void SendEvent( Uint32 type, Uint8 detail, Uint32 timestamp ) {
+		SDL_Event event = {};
+		event.type = type;
+		( type == SDL_WINDOWEVENT ? event.window.event : event.button.button ) = detail;
+		event.common.timestamp = timestamp;
+		input->HandleEvent( event );
+	}
 	// From the middle of the screen, where the game puts the cursor, to (158, 360): the pause
 	// screen's entry 4, resume; there the south button clicks.
 	void ClickResume( SDL_JoystickID id ) {
@@ -218,4 +226,34 @@ TEST_F( SdlPadTest, JoystickWithoutAMappingIsLoggedAndLeftAlone ) {
 	const std::string text = log.GetText();
 	EXPECT_NE( text.find( "Pad not recognised, unused: Odd wheel" ), std::string::npos ) << text;
 	EXPECT_NE( text.find( "SDL_GAMECONTROLLERCONFIG" ), std::string::npos ) << text;
+}
+
+// The click that brings the window back to the front is the desktop's, whether it comes before the
+// focus or up to 250 msec after it: on the pause screen's resume entry it resumes nothing.
+TEST_F( SdlPadTest, TheClickThatBringsTheWindowBackChoosesNoEntry ) {
+	const struct { Uint32 focusAt, pressAt; int expected; } cases[] = {	// a focus at 0 never came
+		{ 0, 4990, STATE_PAUSE }, { 5000, 5250, STATE_PAUSE }, { 5000, 5251, STATE_PLAYING } };
+	for ( const auto &c : cases ) {
+		StartGame( 1 );
+		SendEvent( SDL_WINDOWEVENT, SDL_WINDOWEVENT_FOCUS_LOST, 4900 );
+		Frames( 1 );
+		game.GetInputLayer().SetMousePosition( 158, 360 );	// the resume entry
+		if ( c.focusAt > 0 ) {
+			SendEvent( SDL_WINDOWEVENT, SDL_WINDOWEVENT_FOCUS_GAINED, c.focusAt );
+		}
+		SendEvent( SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT, c.pressAt );
+		Frames( 2 );	// pressed, then let go: a click
+		EXPECT_EQ( gameState, c.expected ) << "a press at " << c.pressAt << ", the focus back at " << c.focusAt;
+	}
+}
+
+// Where the desktop does not move the pointer for the game (here the game's window is never opened,
+// the pointer lies in another), the cursor stays where the game put it when the pointer comes in.
+TEST_F( SdlPadTest, TheCursorStartsInTheMiddleWhereverThePointerIs ) {
+	SDL_WarpMouseInWindow( SDL_CreateWindow( "pointer", 0, 0, 640, 480, SDL_WINDOW_HIDDEN ), 50, 60 );	// only noted
+	SendEvent( SDL_WINDOWEVENT, SDL_WINDOWEVENT_ENTER, 0 );
+	Frames( 2 );
+	int32_t x = 0, y = 0;
+	game.GetInputLayer().GetMousePosition( x, y );
+	EXPECT_TRUE( x == 320 && y == 240 ) << "the pointer came in at (50, 60); the cursor is at " << x << ", " << y;
 }

@@ -77,9 +77,14 @@ TEST( DataPaths, LogStaysBesideDataInTheWorkingFolderElseGoesToTheStateFolder ) 
 	const std::string home = folder.GetPath();
 	const std::string state = folder.GetFile( "state" );
 
-	cDataPaths inWorkingFolder;
-	ASSERT_TRUE( inWorkingFolder.Find( { ".", folder.GetFile( "data" ) } ) ) << "the tests run where the game's data is";
-	EXPECT_EQ( inWorkingFolder.ChooseLogPath( state.c_str(), home.c_str() ), "log.txt" );
+	// The working folder, however KMVT_DATA names it, keeps the log: the tests run where the data is.
+	const std::filesystem::path working = std::filesystem::current_path();
+	for ( const std::string &name : { std::string( "." ), working.string(), working.string() + "/../" +
+									  working.filename().string() + "/", working.string() + "/resources/.." } ) {
+		cDataPaths inWorkingFolder;
+		ASSERT_TRUE( inWorkingFolder.Find( { name, folder.GetFile( "data" ) } ) ) << name;
+		EXPECT_EQ( inWorkingFolder.ChooseLogPath( state.c_str(), home.c_str() ), "log.txt" ) << "data in " << name;
+	}
 
 	cDataPaths elsewhere;
 	ASSERT_TRUE( elsewhere.Find( { folder.GetFile( "data" ) } ) );

@@ -20,7 +20,7 @@ TEST( CommandLineTest, EachFormAndEachMistake ) {
 		{ { "--verify", "--replay", "--record" }, cCommandLine::VERIFY, "--record" },
 		{ { "--help" }, cCommandLine::HELP, "" },
 		{ { "--version" }, cCommandLine::VERSION, "" },
-		{ { "--fullscreen" }, cCommandLine::WRONG, "unexpected argument '--fullscreen'" },
+		{ { "--windowed" }, cCommandLine::WRONG, "unexpected argument '--windowed'" },
 		{ { "--record" }, cCommandLine::WRONG, "--record needs a file" },
 		{ { "--replay", "" }, cCommandLine::WRONG, "--replay needs a file" },
 		{ { "--verify" }, cCommandLine::WRONG, "--verify goes with --replay FILE" },
@@ -41,6 +41,23 @@ TEST( CommandLineTest, EachFormAndEachMistake ) {
 		EXPECT_EQ( line.mode, c.mode ) << joined;
 		EXPECT_EQ( line.mode == cCommandLine::WRONG ? line.error : line.file, c.fileOrError ) << joined;
 	}
-	const std::string usage = cCommandLine::GetUsageLine( "unexpected argument 'x'" );
+	const std::string usage = cCommandLine::GetUsageLine( "unexpected argument 'x\n\x1b[2J'" );
 	EXPECT_EQ( usage.find( '\n' ), usage.size() - 1 ) << "one line: " << usage;
+	EXPECT_NE( usage.find( "'x\\x0A\\x1B[2J'" ), std::string::npos ) << "the argument's control bytes escaped: " << usage;
+}
+
+// --fullscreen and --window answer the question, with anything that opens the window, once.
+TEST( CommandLineTest, FullScreenOrWindowOnceWithAWindow ) {
+	const int WRONG = -1;
+	const struct { std::vector<const char *> arguments; int screen; } cases[] = {
+		{ {}, cCommandLine::ASK_SCREEN }, { { "--fullscreen" }, cCommandLine::FULL_SCREEN },
+		{ { "--record", "a", "--window" }, cCommandLine::WINDOW_SCREEN }, { { "--window", "--replay", "b" }, cCommandLine::WINDOW_SCREEN },
+		{ { "--fullscreen", "--window" }, WRONG }, { { "--window", "--window" }, WRONG },
+		{ { "--replay", "c", "--verify", "--fullscreen" }, WRONG }, { { "--window", "--help" }, WRONG } };
+	for ( const auto &c : cases ) {
+		std::vector<const char *> argv = { "kormaveth2d" };
+		argv.insert( argv.end(), c.arguments.begin(), c.arguments.end() );
+		const cCommandLine line = cCommandLine::Parse( static_cast<int>( argv.size() ), argv.data() );
+		EXPECT_EQ( line.mode == cCommandLine::WRONG ? WRONG : line.screen, c.screen ) << testing::PrintToString( c.arguments );
+	}
 }
