@@ -112,7 +112,8 @@ std::vector<cRect> cGraphicsLayer::GetOverRuns( const cScene &scene, int32_t row
 	std::vector<cRect> runs;
 	bool inRun = false;
 	for ( int32_t column = scene.GetCameraCellX(); column < scene.GetCameraCellX() + VIEW_COLUMNS; column++ ) {
-		const bool shown = IsInGrid( column, row ) && GetTileToDraw( scene.GetOverMap()[CellIndex( column, row )], TILES_OVER ) != 0 &&
+		const bool shown = IsInGrid( column, row ) &&
+							GetTileToDraw( scene.GetOverMap()[CellIndex( column, row )], TILES_OVER ) != 0 &&
 							!( indoors && scene.IsUnderRoof( column, row ) );
 		if ( shown && inRun ) {
 			runs.back().right += CELL_SIZE;

@@ -87,19 +87,21 @@ TEST_F( WorldDrawingTest, TileCacheDrawsOnlyTheCellsThatChanged ) {
 		return found;
 	};
 	Render();
-	EXPECT_EQ( intoTexture( ground ).size(), size_t( MAP_CELLS * 2 + 2 ) ) << "a fill and the ground of each cell, two doors";
+	EXPECT_EQ( intoTexture( ground ).size(), size_t( MAP_CELLS * 2 + 2 ) )
+		<< "a fill and the ground of each cell, two doors";
 	EXPECT_EQ( intoTexture( roofs ).size(), size_t( MAP_CELLS + 6 ) ) << "a fill of each cell, six over tiles";
 	Render();
 	EXPECT_EQ( intoTexture( ground ).size() + intoTexture( roofs ).size(), 0u ) << "nothing changed, nothing drawn again";
 	const std::vector<tDraw> frame = intoTexture( "" );
 	ASSERT_TRUE( frame.size() >= 2 && frame[0].path == ground && !frame[0].blend && frame[1].path == roofs )
 		<< "the ground copied first, then the over tiles";
-	EXPECT_TRUE( frame[0].source.left == CAMERA_X - 8 && frame[0].source.top == CAMERA_Y - 8 && frame[0].source.GetWidth() == 640 &&
-				frame[0].source.GetHeight() == 480 ) << "the ground is the view's 640 x 480 pixels";
+	EXPECT_TRUE( frame[0].source.left == CAMERA_X - 8 && frame[0].source.top == CAMERA_Y - 8 &&
+				frame[0].source.GetWidth() == 640 && frame[0].source.GetHeight() == 480 )
+		<< "the ground is the view's 640 x 480 pixels";
 	EXPECT_TRUE( frame[1].source.left == 312 && frame[1].source.top == 952 && frame[1].source.right == 384 &&
 				frame[1].source.bottom == 992 && frame[1].x == 0.0f && frame[1].y == 0.0f && GetDraws( roofs ).size() == 1u )
-		<< "one rectangle of 72 x 40 pixels at (0, 0), not " << GetDraws( roofs ).size() << " from (" << frame[1].source.left << ", "
-		<< frame[1].source.top << ")";
+		<< "one rectangle of 72 x 40 pixels at (0, 0), not " << GetDraws( roofs ).size() << " from ("
+		<< frame[1].source.left << ", " << frame[1].source.top << ")";
 	scene->OpenDoor( 12, 35 );
 	Render();
 	const std::vector<tDraw> again = intoTexture( ground );
