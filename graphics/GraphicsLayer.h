@@ -32,10 +32,6 @@ public:
 	static constexpr uint32_t CURSOR_KEY = 0x00FF00FF;		// the cursor picture's transparent pixels
 	static constexpr uint32_t HIDDEN_TINT = 0x88FFFFFF;		// lumra with her skill on: alpha 136 of 255
 	static constexpr uint32_t CLEAR_COLOUR = 0xFF000000;	// opaque black, under everything
-	// The cells a view touches: the first and the last column and row are cut when the view
-	// does not sit on cell edges.
-	static constexpr int32_t VIEW_COLUMNS = VIEW_WIDTH / CELL_SIZE + 1;	// 21
-	static constexpr int32_t VIEW_ROWS = VIEW_HEIGHT / CELL_SIZE + 1;		// 16
 
 						cGraphicsLayer() = default;
 	virtual				~cGraphicsLayer() = default;
@@ -67,6 +63,11 @@ public:
 	bool				IsReady() const { return backend != nullptr; }
 
 private:
+	// The cells a view touches: the first and the last column and row are cut when the view
+	// does not sit on cell edges.
+	static constexpr int32_t VIEW_COLUMNS = VIEW_WIDTH / CELL_SIZE + 1;	// 21
+	static constexpr int32_t VIEW_ROWS = VIEW_HEIGHT / CELL_SIZE + 1;		// 16
+
 	// What a tile layer leaves out besides the cells beyond the grid.
 	enum eTileRule {
 		TILES_GROUND,				// every cell; code 0 is tile 1
@@ -90,9 +91,8 @@ private:
 	void				DrawOverLayer( const tCharacterList &players, const cScene &scene ) const;
 	void				DrawHud( const tCharacterList &players ) const;
 
-	// The cached path: the cells whose codes changed drawn again into the cache, then the view
-	// copied out of it.
-	// False when there is no cache to draw from.
+	// The cached path: the cells whose codes changed drawn again into the cache (false when there
+	// is no cache to draw from), then the view copied out of it.
 	bool				RefreshTileCache( const cScene &scene ) const;
 	void				DrawCachedGround( const cScene &scene ) const;
 	void				DrawCachedOver( const cScene &scene, bool indoors ) const;

@@ -17,7 +17,6 @@
 
 namespace {
 
-
 const int32_t ICON_SIZE = 16;				// the exclamation and the query, in pixels
 const int32_t WTF_SIZE = 32;				// in pixels
 const int32_t ICON_OFFSET_X = 10;			// in pixels from the body's left edge

@@ -1,7 +1,8 @@
 #pragma once
 // The drawing over SDL's 2-D renderer: the game's window (accelerated with vsync where the machine
-// has it, the software renderer otherwise) or an off-screen surface for tests and benchmarks,
-// always at a logical 640 x 480 with nearest-neighbour sampling.
+// has a graphics card, SDL's software renderer otherwise, OpenGL drawn by the processor included)
+// or an off-screen surface for tests and benchmarks, always at a logical 640 x 480 with
+// nearest-neighbour sampling.
 
 #include <SDL.h>
 
