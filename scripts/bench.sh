@@ -115,7 +115,7 @@ $(. /etc/os-release && echo "$PRETTY_NAME"); load average $load_before before th
 | Idle main menu under Xvfb, share of one core over 20 s | $idle % | under 2 % | $(below "$idle" 2) |
 | Idle pause screen under Xvfb, share of one core over 20 s | $idle_pause % | under 2 % | $(below "$idle_pause" 2) |
 | A game in play under Xvfb (nobody at the keys), share of one core over 20 s | $play % | under 20 % | $(below "$play" 20) |
-| Play under Xvfb 1280x1024, share of one core over 15 s: this game on the renderer it picks / Chocolate Doom's demo loop in a 640x480 window | $play_15 % / ${doom:-not installed} % | at most the port's | $doom_met |
+| Play under Xvfb 1280x1024, share of one core over 15 s: this game on the renderer it picks / Chocolate Doom's demo loop in a 640x480 window | $play_15 % / ${doom:+$doom %}${doom:-not installed} | at most the port's | $doom_met |
 
 ## What is measured
 
