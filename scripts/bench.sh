@@ -74,6 +74,7 @@ idle_pause=$(after "$out/idle.txt" "idle pause screen:")
 play=$(after "$out/idle.txt" "game in play:")
 play_15=$(after "$out/play.txt" "game in play:")
 doom=$(after "$out/play.txt" "Chocolate Doom demo loop, 640x480 window:")
+doom_text=$([ -n "$doom" ] && echo "$doom %" || echo "not installed")
 doom_met=$(awk -v a="$play_15" -v b="$doom" 'BEGIN { print (a != "" && b != "" && a + 0 <= b + 0) ? "yes" : "no" }')
 # Steps per second on the simulated displays, and the step interval on the real clock.
 display_rate() { awk -v name="frame loop, display $1" 'index($0, name) { for (i = 1; i <= NF; i++) if ($i == "steps/s") { print $(i - 1); exit } }' "$out/frame.txt"; }
@@ -115,7 +116,7 @@ $(. /etc/os-release && echo "$PRETTY_NAME"); load average $load_before before th
 | Idle main menu under Xvfb, share of one core over 20 s | $idle % | under 2 % | $(below "$idle" 2) |
 | Idle pause screen under Xvfb, share of one core over 20 s | $idle_pause % | under 2 % | $(below "$idle_pause" 2) |
 | A game in play under Xvfb (nobody at the keys), share of one core over 20 s | $play % | under 20 % | $(below "$play" 20) |
-| Play under Xvfb 1280x1024, share of one core over 15 s: this game on the renderer it picks / Chocolate Doom's demo loop in a 640x480 window | $play_15 % / ${doom:+$doom %}${doom:-not installed} | at most the port's | $doom_met |
+| Play under Xvfb 1280x1024, share of one core over 15 s: this game on the renderer it picks / Chocolate Doom's demo loop in a 640x480 window | $play_15 % / $doom_text | at most the port's | $doom_met |
 
 ## What is measured
 
