@@ -184,12 +184,13 @@ Two more rounds the same way on a quieter machine (load average 2 to 4): the gam
 and 34.5 %, after 8.0 % and 7.0 %, Chocolate Doom 33.9 % and 31.5 %. A loaded machine lowers the
 figures of the programs drawn through llvmpipe, whose threads then get less of the processor.
 In a window at twice the size (1280x960, the game's choice on a 1920x1200 desktop, Xvfb), two
-rounds in turn: the game before 75.2 % and 69.6 %, after 27.6 % and 23.2 %; SDL's software renderer
-scales every draw there.
+rounds in turn: the game before 75.2 % and 69.6 % (35.6 % in a run an hour earlier), after 27.6 %
+and 23.2 %; SDL's software renderer scales every draw there.
 
-Two changes make the difference. The map's three tile layers, up to 1008 tile draws a frame (21 x 16
-cells in each of three layers), are drawn once into two textures the size of the map, the ground with its objects and the tiles above the actors; a frame copies the view out
-of the first and blends from the second only the rectangles that hold tiles, and a cell whose
+Two changes make the difference. The map's three tile layers, up to 1008 tile draws a frame
+(21 x 16 cells in each of three layers), are drawn once into two textures the size of the map,
+the ground with its objects and the tiles above the actors; a frame copies the view out of the
+first and blends from the second only the rectangles that hold tiles, and a cell whose
 codes change (a door or a box opened) is drawn again alone. And where SDL's OpenGL renderer turns
 out to be drawn by the processor (Mesa's llvmpipe, softpipe or swrast, as under Xvfb), the game
 takes SDL's software renderer instead, with its frame shown through X's shared memory rather than
