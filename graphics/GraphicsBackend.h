@@ -1,6 +1,7 @@
 #pragma once
 // What the graphics layer needs from the platform: a 640 x 480 presentation surface, pictures
-// loaded into textures, and one primitive, a tinted, alpha-blended draw of a rectangle of a texture.
+// loaded into textures, and one primitive, a tinted, alpha-blended draw of a rectangle of a texture;
+// besides, textures the drawing can go into, for the parts of the map that seldom change.
 
 #include <cstdint>
 
@@ -28,6 +29,17 @@ public:
 	// never stretched and nothing beyond it is read.
 	virtual void		Draw( cTexture *texture, const cRect *source, float x, float y, uint32_t tint ) = 0;
 	virtual void		EndFrame() = 0;	// presents the frame
+
+	// A texture that drawing can go into, its pixels undefined until drawn. withAlpha keeps each
+	// pixel's alpha; without it the texture has the frame's own pixel format, so that blending into
+	// it gives what blending into the frame gives. Null where the device cannot draw into textures.
+	virtual cTexture *	CreateTargetTexture( int32_t width, int32_t height, bool withAlpha ) = 0;
+	// Later draws, fills and copies go into target, or into the frame when target is null. False
+	// when the device refused.
+	virtual bool		SetTarget( cTexture *target ) = 0;
+	// These two replace the pixels under them, alpha included, without blending.
+	virtual void		Fill( const cRect &area, uint32_t colour ) = 0;
+	virtual void		Copy( cTexture *texture, const cRect &source, float x, float y ) = 0;
 
 	// The failing call and the platform's text, for the log.
 	virtual const char *GetErrorCode() const = 0;

@@ -9,7 +9,6 @@
 
 namespace {
 
-const uint32_t CLEAR_COLOUR = 0xFF000000;	// opaque black
 const int32_t CURSOR_SIZE = 32;				// in pixels
 
 struct cTextureFile {
@@ -95,9 +94,26 @@ void cGraphicsLayer::LoadTextures( const std::string &root ) {
 	int32_t height = 0;
 	backend->GetTextureSize( textures[TEX_TILES], width, height );
 	tileCount = height / CELL_SIZE;
+	SetCachedTiles( cachedTiles );
+}
+
+// Where the device cannot draw into textures, every tile is drawn each frame: the same picture.
+void cGraphicsLayer::SetCachedTiles( bool on ) {
+	cachedTiles = on;
+	if ( backend == nullptr ) {
+		return;
+	}
+	if ( on ) {
+		tileCache.Create( *backend );
+	} else {
+		tileCache.Release( *backend );
+	}
 }
 
 void cGraphicsLayer::ReleaseTextures() {
+	if ( backend != nullptr ) {
+		tileCache.Release( *backend );
+	}
 	for ( cTexture *&texture : textures ) {
 		if ( texture != nullptr && backend != nullptr ) {
 			backend->ReleaseTexture( texture );
@@ -109,6 +125,7 @@ void cGraphicsLayer::ReleaseTextures() {
 
 void cGraphicsLayer::Release() {
 	if ( backend != nullptr ) {
+		tileCache.Release( *backend );
 		backend->ReleaseDevice();
 		backend = nullptr;
 	}

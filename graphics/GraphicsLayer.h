@@ -5,9 +5,12 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "actors/ActorLists.h"
 #include "actors/Rect.h"
+#include "graphics/TileCache.h"
+#include "world/Grid.h"
 
 class cEnemy;
 class cGraphicsBackend;
@@ -28,6 +31,7 @@ public:
 	static constexpr uint32_t WHITE = 0xFFFFFFFF;			// draws a picture as it is
 	static constexpr uint32_t CURSOR_KEY = 0x00FF00FF;		// the cursor picture's transparent pixels
 	static constexpr uint32_t HIDDEN_TINT = 0x88FFFFFF;		// lumra with her skill on: alpha 136 of 255
+	static constexpr uint32_t CLEAR_COLOUR = 0xFF000000;	// opaque black, under everything
 
 						cGraphicsLayer() = default;
 	virtual				~cGraphicsLayer() = default;
@@ -50,10 +54,20 @@ public:
 								const tBulletList &bullets, const tExplosionList &explosions,
 								const tItemList &items ) const;
 
+	// The map's tile layers drawn from textures made once (where the device can draw into textures)
+	// or every visible tile each frame; the picture is the same. On by default.
+	void				SetCachedTiles( bool on );
+	bool				IsTileCacheReady() const { return tileCache.IsReady(); }
+
 	cTexture *			GetTexture( eTexture which ) const { return textures[which]; }
 	bool				IsReady() const { return backend != nullptr; }
 
 private:
+	// The cells a view touches: the first and the last column and row are cut when the view
+	// does not sit on cell edges.
+	static constexpr int32_t VIEW_COLUMNS = VIEW_WIDTH / CELL_SIZE + 1;	// 21
+	static constexpr int32_t VIEW_ROWS = VIEW_HEIGHT / CELL_SIZE + 1;		// 16
+
 	// What a tile layer leaves out besides the cells beyond the grid.
 	enum eTileRule {
 		TILES_GROUND,				// every cell; code 0 is tile 1
@@ -77,6 +91,16 @@ private:
 	void				DrawOverLayer( const tCharacterList &players, const cScene &scene ) const;
 	void				DrawHud( const tCharacterList &players ) const;
 
+	// The cached path: the cells whose codes changed drawn again into the cache (false when there
+	// is no cache to draw from), then the view copied out of it.
+	bool				RefreshTileCache( const cScene &scene ) const;
+	void				DrawCachedGround( const cScene &scene ) const;
+	void				DrawCachedOver( const cScene &scene, bool indoors ) const;
+	void				DrawCachedOverParts( const std::vector<cRect> &parts, const cRect &view ) const;
+	// The runs of cells along a row of the view that show an over tile, in world pixels.
+	std::vector<cRect>	GetOverRuns( const cScene &scene, int32_t row, bool indoors ) const;
+	// One whole cell of a layer, drawn into the cache at its place in the world.
+	void				DrawCell( const int32_t *layer, eTileRule rule, int32_t cell, bool blend ) const;
 	// The view's 21 x 16 cells of one layer, cut at the view's edges.
 	void				DrawTileLayer( const int32_t *layer, eTileRule rule, const cScene &scene ) const;
 	// The tile a cell's code shows under the rule; 0 when the cell shows nothing.
@@ -89,4 +113,7 @@ private:
 	cGraphicsBackend *	backend = nullptr;		// not owned; set while the device exists
 	cTexture *			textures[TEXTURE_COUNT] = {};
 	int32_t				tileCount = 0;			// whole tiles in the tile sheet; 0 without one
+	bool				cachedTiles = true;
+	// What the map's layers look like, kept from frame to frame: drawing's own, not the game's.
+	mutable cTileCache	tileCache;
 };

@@ -17,9 +17,6 @@
 
 namespace {
 
-const int32_t VIEW_COLUMNS = VIEW_WIDTH / CELL_SIZE + 1;	// 21: one more for the cut cells
-const int32_t VIEW_ROWS = VIEW_HEIGHT / CELL_SIZE + 1;		// 16
-
 const int32_t ICON_SIZE = 16;				// the exclamation and the query, in pixels
 const int32_t WTF_SIZE = 32;				// in pixels
 const int32_t ICON_OFFSET_X = 10;			// in pixels from the body's left edge
@@ -43,8 +40,12 @@ void CutCell( int32_t index, int32_t last, int32_t offset, int32_t &from, int32_
 void cGraphicsLayer::RenderWorld( const cScene &scene, const tCharacterList &players, const tCharacterList &enemies,
 								const tBulletList &bullets, const tExplosionList &explosions,
 								const tItemList &items ) const {
-	DrawBaseLayer( scene );
-	DrawObjectLayer( scene );
+	if ( RefreshTileCache( scene ) ) {
+		DrawCachedGround( scene );
+	} else {
+		DrawBaseLayer( scene );
+		DrawObjectLayer( scene );
+	}
 	DrawItems( items, scene );
 	DrawBullets( bullets, scene );
 	DrawPlayers( players, scene );
@@ -73,7 +74,11 @@ void cGraphicsLayer::DrawOverLayer( const tCharacterList &players, const cScene 
 			break;
 		}
 	}
-	DrawTileLayer( scene.GetOverMap(), indoors ? TILES_OVER_WITHOUT_ROOFS : TILES_OVER, scene );
+	if ( tileCache.IsReady() ) {
+		DrawCachedOver( scene, indoors );
+	} else {
+		DrawTileLayer( scene.GetOverMap(), indoors ? TILES_OVER_WITHOUT_ROOFS : TILES_OVER, scene );
+	}
 }
 
 // Columns outside, rows inside, as the view's cells come: left to right, top to bottom.

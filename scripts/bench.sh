@@ -3,7 +3,8 @@
 # figures: the enemies' path search against libtcod's, one UpdateEnemies frame, the game's step
 # over twelve autoplay games, one busy Render frame on the software renderer, the frame loop on
 # simulated displays and on the real clock, and the processor share of the idle main menu, the
-# idle pause screen and a game in play under Xvfb.
+# idle pause screen and a game in play under Xvfb, and of play beside Chocolate Doom's demo loop
+# (Debian's chocolate-doom and freedoom, when installed).
 #   scripts/bench.sh            everything, about seven minutes
 # KMVT_BENCH_BUILD names the build folder (build/bench by default); KMVT_BENCH_DOC the page to
 # write (docs/performance.md by default). Other work on the machine moves the figures: run it on
@@ -35,6 +36,8 @@ echo "== The share of a core of the idle main menu, the idle pause screen and a 
 for screen in menu pause play; do
   bench/idle/idle-menu-cpu.sh "$build/kormaveth2d" "$root/resources" 20 "$screen" | tee -a "$out/idle.txt"
 done
+echo "== The share of a core of a game in play beside Chocolate Doom's demo loop"
+bench/play/play-cpu.sh "$build/kormaveth2d" "$root/resources" 15 | tee "$out/play.txt"
 
 # A counter of a Google Benchmark row, such as per_search=26.3us: the number, without its unit.
 counter() {
@@ -64,10 +67,15 @@ update_max=$(after "$out/game.txt" "max")
 update_frames=$(after "$out/game.txt" "games,")
 render_level=$(row_time "$out/render.txt" "busy-frame-level-map.*_median$")
 render_full=$(row_time "$out/render.txt" "busy-frame-all-layers-full.*_median$")
+render_tiles=$(row_time "$out/render.txt" "busy-frame-level-map-tile-by-tile.*_median$")
 render_level_us=${render_level% *}
 idle=$(after "$out/idle.txt" "idle main menu:")
 idle_pause=$(after "$out/idle.txt" "idle pause screen:")
 play=$(after "$out/idle.txt" "game in play:")
+play_15=$(after "$out/play.txt" "game in play:")
+doom=$(after "$out/play.txt" "Chocolate Doom demo loop, 640x480 window:")
+doom_text=$([ -n "$doom" ] && echo "$doom %" || echo "not installed")
+doom_met=$(awk -v a="$play_15" -v b="$doom" 'BEGIN { print (a != "" && b != "" && a + 0 <= b + 0) ? "yes" : "no" }')
 # Steps per second on the simulated displays, and the step interval on the real clock.
 display_rate() { awk -v name="frame loop, display $1" 'index($0, name) { for (i = 1; i <= NF; i++) if ($i == "steps/s") { print $(i - 1); exit } }' "$out/frame.txt"; }
 fixed_rate() { awk -v name="fixed wait, display $1" 'index($0, name) { for (i = 1; i <= NF; i++) if ($i == "steps/s") { print $(i - 1); exit } }' "$out/frame.txt"; }
@@ -96,6 +104,7 @@ $(. /etc/os-release && echo "$PRETTY_NAME"); load average $load_before before th
 | \`UpdateEnemies\`, 24 enemies hunting two players: p50 / p99 / slowest | $enemies_p50 / $enemies_p99 / $enemies_max us | p99 under 200 us | $(below "$enemies_p99" 200) |
 | The game's step (\`Step\`: input, \`UpdateInGame\`, animation, music) over 12 autoplay games ($update_frames steps of play): p50 / p99 / slowest | $update_p50 / $update_p99 / $update_max us | p99 under 500 us | $(below "$update_p99" 500) |
 | \`Render\` of a busy frame on the software renderer, the level's map: median | $render_level | under 2 ms | $(below "$render_level_us" 2000) |
+| \`Render\` of a busy frame, the level's map drawn tile by tile as before the tile cache: median | $render_tiles | | |
 | \`Render\` of a busy frame, all three tile layers in every cell: median | $render_full | | |
 | Steps per second, present waiting for a 50 Hz refresh (before: $(fixed_rate "50 Hz")) | $(display_rate "50 Hz") | 66.67 within 1 % | $(within_one_percent "$(display_rate "50 Hz")") |
 | Steps per second, 60 Hz (before: $(fixed_rate "60 Hz")) | $(display_rate "60 Hz") | 66.67 within 1 % | $(within_one_percent "$(display_rate "60 Hz")") |
@@ -107,6 +116,7 @@ $(. /etc/os-release && echo "$PRETTY_NAME"); load average $load_before before th
 | Idle main menu under Xvfb, share of one core over 20 s | $idle % | under 2 % | $(below "$idle" 2) |
 | Idle pause screen under Xvfb, share of one core over 20 s | $idle_pause % | under 2 % | $(below "$idle_pause" 2) |
 | A game in play under Xvfb (nobody at the keys), share of one core over 20 s | $play % | under 20 % | $(below "$play" 20) |
+| Play under Xvfb 1280x1024, share of one core over 15 s: this game on the renderer it picks / Chocolate Doom's demo loop in a 640x480 window | $play_15 % / $doom_text | at most the port's | $doom_met |
 
 ## What is measured
 
@@ -131,8 +141,12 @@ $(. /etc/os-release && echo "$PRETTY_NAME"); load average $load_before before th
   stays at 15.0 ms whatever the load, since a late step moves no later deadline.
 - **Idle screens and play** (\`bench/idle/idle-menu-cpu.sh\`): the real game under Xvfb,
   answered No, left in the main menu, or on the pause screen of a game, or in a game of one player
-  nobody plays; the processor time it used over 20 s. Under Xvfb the renderer is Mesa's software
-  OpenGL, so drawing costs the processor what a graphics card would otherwise do.
+  nobody plays; the processor time it used over 20 s. Under Xvfb there is no graphics card: OpenGL
+  is Mesa's llvmpipe, drawn by the processor, and the game then takes SDL's software renderer.
+- **Play beside a classic port** (\`bench/play/play-cpu.sh\`): the same game in play for 15 s, and
+  Chocolate Doom (Debian's \`chocolate-doom\` with \`freedoom\`'s Phase 2) playing its first demo in a
+  640x480 window, each alone under its own Xvfb 1280x1024, one after the other, each on the
+  renderer it picks by default, sound through SDL's silent driver; the processor time each used.
 
 ## Before steps and frames were parted
 
@@ -153,7 +167,55 @@ screen is drawn once and again only when the screen or the cursor changes or a w
 for it, and a hidden or minimised window is not drawn at all. In the real window the slower
 displays cost 21 % (50 Hz) and 5 % (60 Hz) of the game's speed before.
 
-## Where the time of play goes
+## Play beside Chocolate Doom, before and after the tile cache
+
+Measured on 2026-11-25 on this machine with \`bench/play/play-cpu.sh BEFORE:AFTER resources 15 3\`:
+three rounds, each taking in turn the game before the change (main at 95c31c0: every tile drawn
+each frame, on the renderer SDL picked, OpenGL on llvmpipe), the game after it, and Chocolate
+Doom, while other builds kept the load average at 7 to 11:
+
+| Share of one core over 15 s | Round 1 | Round 2 | Round 3 |
+|---|---|---|---|
+| This game before | 27.7 % | 26.6 % | 27.4 % |
+| This game after | 6.6 % | 6.1 % | 6.6 % |
+| Chocolate Doom's demo loop, 640x480 window | 23.6 % | 22.7 % | 26.8 % |
+
+Two more rounds the same way on a quieter machine (load average 2 to 4): the game before 34.5 %
+and 34.5 %, after 8.0 % and 7.0 %, Chocolate Doom 33.9 % and 31.5 %. A loaded machine lowers the
+figures of the programs drawn through llvmpipe, whose threads then get less of the processor.
+In a window at twice the size (1280x960, the game's choice on a 1920x1200 desktop, Xvfb), two
+rounds in turn: the game before 75.2 % and 69.6 % (35.6 % in a run an hour earlier), after 27.6 %
+and 23.2 %; SDL's software renderer scales every draw there.
+
+Two changes make the difference. The map's three tile layers, up to 1008 tile draws a frame
+(21 x 16 cells in each of three layers), are drawn once into two textures the size of the map,
+the ground with its objects and the tiles above the actors; a frame copies the view out of the
+first and blends from the second only the rectangles that hold tiles, and a cell whose
+codes change (a door or a box opened) is drawn again alone. And where SDL's OpenGL renderer turns
+out to be drawn by the processor (Mesa's llvmpipe, softpipe or swrast, as under Xvfb), the game
+takes SDL's software renderer instead, with its frame shown through X's shared memory rather than
+through another OpenGL texture; \`SDL_RENDER_DRIVER\` still chooses any renderer. Each change alone,
+measured the same way (two runs each, the renderer named by \`SDL_RENDER_DRIVER\`):
+
+| Share of one core over 15 s | Before | After |
+|---|---|---|
+| OpenGL on llvmpipe | 36.0 %, 33.1 % | 26.6 %, 24.2 % |
+| SDL's software renderer, shown through X's shared memory (\`SDL_FRAMEBUFFER_ACCELERATION=0\`) | 9.7 %, 9.6 % | 6.9 %, 6.7 % |
+
+(OpenGL named by \`SDL_RENDER_DRIVER\` costs a few points more than the same renderer picked by
+default, 29 to 33 % in runs beside it; why was not looked into.) On llvmpipe the cost is the
+pixels: a full-screen copy out of the ground texture alone costs about 16 % of a core at 66
+frames a second, which is why the tiles above the actors are blended only where there are some.
+Chocolate Doom given the same software path (\`SDL_RENDER_DRIVER=software
+SDL_FRAMEBUFFER_ACCELERATION=0\`) took 8.5 % in one run. \`bench-render\`, one busy frame into an
+off-screen surface on the software renderer, the same day: 963 us from the cache, 2041 us tile by
+tile (medians, a loaded machine).
+
+The picture is the same pixel for pixel: \`PixelTest.CachedTilesMatchTilesDrawnOneByOne\` draws the
+map both ways at five cameras, players outdoors and under the roofs, a door group and a box shut
+and open, with tiles see-through in places, and compares every pixel.
+
+## Where the time of play went before the tile cache
 
 A game in play draws a frame after every step, 66 a second, and under Xvfb SDL's renderer runs
 on Mesa's software OpenGL (llvmpipe). A \`perf\` profile of the game in play over 8 s
@@ -161,8 +223,9 @@ on Mesa's software OpenGL (llvmpipe). A \`perf\` profile of the game in play ove
 llvmpipe's compiled rasterising code, 27 % in Mesa's software driver (swrast_dri.so), 7 % in the
 kernel, 3 % in SDL, 3 % in the C library and 1.5 % in the game itself. Its steps, drawing calls
 included, are a small part; the picture's pixels are the processor's work where a graphics card
-would do them. SDL's own software renderer costs about the same (19 % in one run), and Mesa's
-thread count changes nothing.
+would do them. SDL's own software renderer costs about the same (19 % in one run) when SDL shows its
+frame through an OpenGL texture, as it does by default; shown through X's shared memory it is a
+third of that (above). Mesa's thread count changes nothing.
 
 ## How to reproduce
 

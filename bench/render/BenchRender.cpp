@@ -1,6 +1,7 @@
 // Measures one whole frame of the running game's drawing on SDL's software renderer into an
 // off-screen surface: a busy view with 24 enemies, shots, explosions, items and both HUDs, over
-// the level's map and over a map that draws all three tile layers in every cell.
+// the level's map and over a map that draws all three tile layers in every cell; the level's map
+// also drawn tile by tile, as before the tile cache.
 //   bench-render [--resources=FOLDER] [benchmark options]
 // FOLDER holds resources/ (the working directory by default). The figure to read is the median.
 
@@ -58,14 +59,17 @@ int main( int argc, char **argv ) {
 	const std::string root = TakeResourceFolder( argc, argv );
 	benchmark::Initialize( &argc, argv );
 	cOffscreenFrame frame;
-	if ( !frame.Load( root ) ) {
+	cOffscreenFrame tileByTile;
+	if ( !frame.Load( root ) || !tileByTile.Load( root ) ) {
 		return 1;
 	}
+	tileByTile.SetCachedTiles( false );
 	std::unique_ptr<cScene> level( new cScene( root + "/resources/map/" ) );
 	std::unique_ptr<cBusyWorld> levelWorld;
 	if ( level->IsUsable() ) {
 		levelWorld.reset( new cBusyWorld( std::move( level ), CAMERA_X, CAMERA_Y ) );
 		Register( "Render/busy-frame-level-map", frame, *levelWorld );
+		Register( "Render/busy-frame-level-map-tile-by-tile", tileByTile, *levelWorld );
 	}
 	cBusyWorld fullWorld( cBusyWorld::MakeFullLayersScene( frame.GetTileCount() ), CAMERA_X, CAMERA_Y );
 	Register( "Render/busy-frame-all-layers-full", frame, fullWorld );

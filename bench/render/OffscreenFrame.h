@@ -23,6 +23,8 @@ public:
 	// Loads the game's pictures from the folder that holds resources/; false when the renderer
 	// could not be made. Pictures that are missing are named on stderr.
 	bool				Load( const std::string &root );
+	// The map from the tile cache (the game's way) or every tile each frame (as before the cache).
+	void				SetCachedTiles( bool on ) { layer.SetCachedTiles( on ); }
 	// Whole tiles in the loaded tile sheet.
 	int32_t				GetTileCount() const;
 	// One whole frame of play: clear, world, HUD, present.

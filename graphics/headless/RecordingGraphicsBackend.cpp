@@ -10,6 +10,8 @@ public:
 	int32_t			height;
 };
 
+const char *const cRecordingGraphicsBackend::FILL = "fill";
+
 cRecordingGraphicsBackend::~cRecordingGraphicsBackend() = default;
 
 bool cRecordingGraphicsBackend::CreateDevice( bool fullscreen ) {
@@ -52,15 +54,49 @@ void cRecordingGraphicsBackend::BeginFrame( uint32_t ) {
 }
 
 void cRecordingGraphicsBackend::Draw( cTexture *texture, const cRect *source, float x, float y, uint32_t tint ) {
-	if ( !recording || texture == nullptr ) {
+	if ( texture != nullptr ) {
+		Record( texture->path, source, x, y, tint, true );
+	}
+}
+
+void cRecordingGraphicsBackend::Copy( cTexture *texture, const cRect &source, float x, float y ) {
+	if ( texture != nullptr ) {
+		Record( texture->path, &source, x, y, 0xFFFFFFFF, false );
+	}
+}
+
+void cRecordingGraphicsBackend::Fill( const cRect &area, uint32_t colour ) {
+	Record( FILL, &area, static_cast<float>( area.left ), static_cast<float>( area.top ), colour, false );
+}
+
+void cRecordingGraphicsBackend::Record( const std::string &path, const cRect *source, float x, float y, uint32_t tint,
+										bool blend ) {
+	if ( !recording ) {
 		return;
 	}
 	cDrawCall call;
-	call.path = texture->path;
+	call.path = path;
 	call.wholeTexture = source == nullptr;
 	call.source = source != nullptr ? *source : cRect();
 	call.x = x;
 	call.y = y;
 	call.tint = tint;
+	call.blend = blend;
+	call.target = target;
 	draws.push_back( call );
+}
+
+// A target is named by its size and kind: "target 1920x2400", "target 1920x2400 with alpha".
+cTexture *cRecordingGraphicsBackend::CreateTargetTexture( int32_t width, int32_t height, bool withAlpha ) {
+	if ( !targetTextures ) {
+		return nullptr;
+	}
+	liveTextures++;
+	const std::string name = "target " + std::to_string( width ) + "x" + std::to_string( height );
+	return new cTexture { withAlpha ? name + " with alpha" : name, width, height };
+}
+
+bool cRecordingGraphicsBackend::SetTarget( cTexture *texture ) {
+	target = texture != nullptr ? texture->path : std::string();
+	return targetTextures;
 }

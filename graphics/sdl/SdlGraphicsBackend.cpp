@@ -3,6 +3,7 @@
 #include <SDL_image.h>
 
 #include <algorithm>
+#include <cstring>
 
 #include "graphics/ColourKey.h"
 #include "platform/sdl/SdlWindow.h"
@@ -21,6 +22,7 @@ namespace {
 // The largest picture the game accepts: the tile sheet, one column of tiles, is the tallest.
 const uint32_t MAX_PICTURE_SIDE = 16384;					// in pixels
 const uint64_t MAX_PICTURE_PIXELS = 16u * 1024u * 1024u;	// 64 MB once decoded to ARGB
+const uint32_t WHITE = 0xFFFFFFFF;							// a tint that leaves the texels as they are
 
 uint32_t ReadBigEndian( const Uint8 *bytes ) {
 	return ( uint32_t( bytes[0] ) << 24 ) | ( uint32_t( bytes[1] ) << 16 ) | ( uint32_t( bytes[2] ) << 8 ) | bytes[3];
@@ -64,6 +66,30 @@ bool ClipToPicture( const cRect &source, int width, int height, SDL_Rect &clippe
 	return true;
 }
 
+// OpenGL drawn by the processor (Mesa's llvmpipe, softpipe or swrast: under Xvfb, or without a
+// graphics driver) shades every pixel through compiled shaders at several times the cost of SDL's
+// own software renderer for the same picture.
+bool IsSoftwareOpenGl( SDL_Renderer *renderer ) {
+	SDL_RendererInfo info;
+	if ( SDL_GetRendererInfo( renderer, &info ) != 0 || std::strncmp( info.name, "opengl", 6 ) != 0 ) {
+		return false;
+	}
+	typedef const unsigned char *( *tGetString )( unsigned int );
+	const unsigned int GL_RENDERER_NAME = 0x1F01;		// GL_RENDERER
+	const tGetString getString = reinterpret_cast<tGetString>( SDL_GL_GetProcAddress( "glGetString" ) );
+	const unsigned char *name = getString != nullptr ? getString( GL_RENDERER_NAME ) : nullptr;
+	if ( name == nullptr ) {
+		return false;
+	}
+	const std::string text = reinterpret_cast<const char *>( name );
+	for ( const char *rasteriser : { "llvmpipe", "softpipe", "Software Rasterizer" } ) {
+		if ( text.find( rasteriser ) != std::string::npos ) {
+			return true;
+		}
+	}
+	return false;
+}
+
 }
 
 cSdlGraphicsBackend::cSdlGraphicsBackend( const cSdlWindow &gameWindow ) : window( &gameWindow ) {
@@ -87,6 +113,14 @@ bool cSdlGraphicsBackend::CreateDevice( bool ) {
 		renderer = SDL_CreateSoftwareRenderer( target );
 	} else if ( window != nullptr && window->GetWindow() != nullptr ) {
 		renderer = SDL_CreateRenderer( window->GetWindow(), -1, SDL_RENDERER_ACCELERATED | SDL_RENDERER_PRESENTVSYNC );
+		// Unless SDL_RENDER_DRIVER names one, OpenGL drawn by the processor gives way to SDL's software
+		// renderer, whose frame then goes to the window through X's shared memory rather than
+		// through yet another OpenGL texture.
+		if ( renderer != nullptr && SDL_GetHint( SDL_HINT_RENDER_DRIVER ) == nullptr && IsSoftwareOpenGl( renderer ) ) {
+			SDL_DestroyRenderer( renderer );
+			renderer = nullptr;
+			SDL_SetHint( SDL_HINT_FRAMEBUFFER_ACCELERATION, "0" );
+		}
 		if ( renderer == nullptr ) {
 			renderer = SDL_CreateRenderer( window->GetWindow(), -1, SDL_RENDERER_SOFTWARE );
 		}
@@ -171,7 +205,6 @@ cTexture *cSdlGraphicsBackend::LoadTexture( const char *path, bool useKey, uint3
 		Fail( "SDL_CreateTextureFromSurface()" );
 		return nullptr;
 	}
-	SDL_SetTextureBlendMode( texture, SDL_BLENDMODE_BLEND );
 	return new cTexture { texture, width, height };
 }
 
@@ -198,18 +231,66 @@ void cSdlGraphicsBackend::BeginFrame( uint32_t clearColour ) {
 }
 
 void cSdlGraphicsBackend::Draw( cTexture *texture, const cRect *source, float x, float y, uint32_t tint ) {
+	if ( texture != nullptr ) {
+		const cRect whole = { 0, 0, texture->width, texture->height };
+		Blit( texture, source != nullptr ? *source : whole, x, y, tint, SDL_BLENDMODE_BLEND );
+	}
+}
+
+void cSdlGraphicsBackend::Copy( cTexture *texture, const cRect &source, float x, float y ) {
+	Blit( texture, source, x, y, WHITE, SDL_BLENDMODE_NONE );
+}
+
+void cSdlGraphicsBackend::Blit( cTexture *texture, const cRect &source, float x, float y, uint32_t tint,
+								SDL_BlendMode blend ) {
 	if ( renderer == nullptr || texture == nullptr ) {
 		return;
 	}
-	const cRect whole = { 0, 0, texture->width, texture->height };
 	SDL_Rect sourceRect;
-	if ( !ClipToPicture( source != nullptr ? *source : whole, texture->width, texture->height, sourceRect, x, y ) ) {
+	if ( !ClipToPicture( source, texture->width, texture->height, sourceRect, x, y ) ) {
 		return;
 	}
 	const SDL_FRect destination = { x, y, static_cast<float>( sourceRect.w ), static_cast<float>( sourceRect.h ) };
+	SDL_SetTextureBlendMode( texture->texture, blend );
 	SDL_SetTextureColorMod( texture->texture, Channel( tint, 16 ), Channel( tint, 8 ), Channel( tint, 0 ) );
 	SDL_SetTextureAlphaMod( texture->texture, Channel( tint, 24 ) );
 	SDL_RenderCopyF( renderer, texture->texture, &sourceRect, &destination );
+}
+
+// The frame's pixel format is the window's, or the off-screen surface's.
+cTexture *cSdlGraphicsBackend::CreateTargetTexture( int32_t width, int32_t height, bool withAlpha ) {
+	if ( renderer == nullptr || !SDL_RenderTargetSupported( renderer ) ) {
+		Fail( "SDL_RenderTargetSupported()" );
+		return nullptr;
+	}
+	Uint32 format = SDL_PIXELFORMAT_ARGB8888;
+	if ( !withAlpha ) {
+		format = target != nullptr ? target->format->format : SDL_GetWindowPixelFormat( window->GetWindow() );
+	}
+	SDL_Texture *texture = SDL_CreateTexture( renderer, format, SDL_TEXTUREACCESS_TARGET, width, height );
+	if ( texture == nullptr ) {
+		Fail( "SDL_CreateTexture()" );
+		return nullptr;
+	}
+	return new cTexture { texture, width, height };
+}
+
+bool cSdlGraphicsBackend::SetTarget( cTexture *texture ) {
+	if ( renderer == nullptr || SDL_SetRenderTarget( renderer, texture != nullptr ? texture->texture : nullptr ) != 0 ) {
+		return Fail( "SDL_SetRenderTarget()" );
+	}
+	return true;
+}
+
+void cSdlGraphicsBackend::Fill( const cRect &area, uint32_t colour ) {
+	if ( renderer == nullptr ) {
+		return;
+	}
+	const SDL_Rect rect = { area.left, area.top, area.GetWidth(), area.GetHeight() };
+	SDL_SetRenderDrawBlendMode( renderer, SDL_BLENDMODE_NONE );
+	SDL_SetRenderDrawColor( renderer, Channel( colour, 16 ), Channel( colour, 8 ), Channel( colour, 0 ),
+							Channel( colour, 24 ) );
+	SDL_RenderFillRect( renderer, &rect );
 }
 
 void cSdlGraphicsBackend::EndFrame() {

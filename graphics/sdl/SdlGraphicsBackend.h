@@ -1,7 +1,8 @@
 #pragma once
 // The drawing over SDL's 2-D renderer: the game's window (accelerated with vsync where the machine
-// has it, the software renderer otherwise) or an off-screen surface for tests and benchmarks,
-// always at a logical 640 x 480 with nearest-neighbour sampling.
+// has a graphics card, SDL's software renderer otherwise, OpenGL drawn by the processor included)
+// or an off-screen surface for tests and benchmarks, always at a logical 640 x 480 with
+// nearest-neighbour sampling.
 
 #include <SDL.h>
 
@@ -25,6 +26,10 @@ public:
 	void			BeginFrame( uint32_t clearColour ) override;
 	void			Draw( cTexture *texture, const cRect *source, float x, float y, uint32_t tint ) override;
 	void			EndFrame() override;
+	cTexture *		CreateTargetTexture( int32_t width, int32_t height, bool withAlpha ) override;
+	bool			SetTarget( cTexture *target ) override;
+	void			Fill( const cRect &area, uint32_t colour ) override;
+	void			Copy( cTexture *texture, const cRect &source, float x, float y ) override;
 	const char *	GetErrorCode() const override { return errorCode.c_str(); }
 	const char *	GetErrorText() const override { return errorText.c_str(); }
 
@@ -37,6 +42,7 @@ public:
 
 private:
 	bool			Fail( const char *call );
+	void			Blit( cTexture *texture, const cRect &source, float x, float y, uint32_t tint, SDL_BlendMode blend );
 
 	const cSdlWindow *	window = nullptr;	// not owned
 	SDL_Surface *		target = nullptr;	// not owned

@@ -178,6 +178,64 @@ TEST_F( PixelTest, IndoorRoofsVanishWhileAPlayerIsInside ) {
 	}
 }
 
+// The map drawn from the tile cache is the map drawn tile by tile, pixel for pixel: cameras on and
+// off cell edges and beyond the map's corner, players outdoors and under the roofs, a door group
+// and a box shut and then open (the cache then draws those cells again). The test's tiles are see-
+// through in places, half or wholly, so that a tile blended twice or onto the wrong ground shows.
+TEST_F( PixelTest, CachedTilesMatchTilesDrawnOneByOne ) {
+	WritePicture( PNG_TILES, CELL_SIZE, SHEET_TILES * CELL_SIZE, []( int x, int y ) {
+		const uint32_t alpha[] = { 0x00, 0x80, 0xFF, 0xFF };
+		return alpha[( x / 4 + y ) % 4] << 24 | ( TileColour( y / CELL_SIZE + 1, x, y % CELL_SIZE ) & 0xFFFFFF );
+	} );
+	Load();
+	std::vector<int32_t> base( MAP_CELLS ), object( MAP_CELLS ), walk( MAP_CELLS, WALK_FLOOR ), over( MAP_CELLS );
+	for ( int i = 0; i < MAP_CELLS; i++ ) {
+		base[i] = i % 7;				// code 0 shows tile 1
+		object[i] = i % 5 == 0 ? i % 3 + 2 : 0;
+		over[i] = i % 4 < 2 || i / MAP_COLUMNS % 5 == 0 ? SHEET_TILES - i % 2 : 0;
+	}
+	const int32_t doors[] = { CellIndex( 50, 24 ), CellIndex( 51, 24 ) }, box = CellIndex( 56, 22 );
+	for ( int32_t cell : { doors[0], doors[1], box } ) {
+		object[cell] = SHEET_TILES - 1;
+		walk[cell] = cell == box ? WALK_BOX : WALK_DOOR;
+	}
+	scene = cScene::FromLayers( base, object, walk, over );
+	SDL_Surface *tileSurface = SDL_CreateRGBSurfaceWithFormat( 0, VIEW_WIDTH, VIEW_HEIGHT, 32, SDL_PIXELFORMAT_ARGB8888 );
+	ASSERT_NE( tileSurface, nullptr ) << SDL_GetError();
+	cSdlGraphicsBackend tileBackend( tileSurface );
+	cGraphicsLayer tiles;
+	ASSERT_TRUE( tiles.Init( &tileBackend, false ) );
+	tiles.SetCachedTiles( false );
+	tiles.LoadTextures( folder.GetPath() );
+	ASSERT_TRUE( layer.IsTileCacheReady() && !tiles.IsTileCacheReady() ) << "one layer from the cache, one tile by tile";
+	cPlayer &player = AddPlayer( KIND_TAVESH, 0, 0 );
+	const struct { int32_t x, y; } cameras[] = { { 0, 0 }, { 40, 360 }, { 1280, 544 }, { 1275, 610 }, { 1290, 1930 } };
+	for ( bool opened : { false, true } ) {
+		if ( opened ) {
+			scene->OpenDoor( 50, 24 );
+			scene->OpenBox( 56, 22, items );
+		}
+		for ( const auto &camera : cameras ) {
+			for ( int32_t playerX : { 1600, 1700 } ) {		// column 50 outdoors, 53 indoors
+				scene->SetCameraPosition( camera.x, camera.y );
+				player.SetPosition( playerX, 700 );
+				Render();
+				tiles.Render( 0, 0, scene.get(), &players, &enemies, &bullets, &explosions, &items );
+				const uint32_t *cached = static_cast<const uint32_t *>( surface->pixels );
+				const uint32_t *single = static_cast<const uint32_t *>( tileSurface->pixels );
+				const auto differs = std::mismatch( cached, cached + VIEW_WIDTH * VIEW_HEIGHT, single );
+				const int at = static_cast<int>( differs.first - cached );
+				EXPECT_EQ( at, VIEW_WIDTH * VIEW_HEIGHT ) << "camera (" << camera.x << ", " << camera.y << "), player at x "
+					<< playerX << ( opened ? ", door and box open" : "" ) << ": pixel (" << at % VIEW_WIDTH << ", "
+					<< at / VIEW_WIDTH << ") is " << Hex( GetPixel( at % VIEW_WIDTH, at / VIEW_WIDTH ) ) << " from the cache";
+			}
+		}
+	}
+	tiles.ReleaseTextures();
+	tiles.Release();
+	SDL_FreeSurface( tileSurface );
+}
+
 // A bar is value + 1 pixels long and 8 high from x 72, none below 0: health 26 is 27 pixels in the
 // health colour, 25 is 26 in the low-health colour; full energy is 51 pixels, 101 with the
 // upgrade, rounded down, full for energy above the capacity and none without a capacity;

@@ -1,7 +1,9 @@
 // The world as recorded draws: the tile layers' cells and codes, the actors in and out of view, the
 // HUD's layouts, and the enemies' alert icons as their own perception moves them on an open floor.
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 
 #include "GraphicsFixtures.h"
 
@@ -57,6 +59,56 @@ TEST_F( WorldDrawingTest, TilesEachLayersCodesShow ) {
 		}
 		EXPECT_EQ( tiles, test.tiles ) << names[test.layer] << " code " << test.code;
 	}
+}
+
+// The tile cache draws every cell into its two textures once, then nothing while no code changes;
+// opening a door group draws its two cells again, into the ground texture only. A frame copies the
+// view out of the ground texture, and blends the over tiles in as few rectangles as their shape
+// allows: a block of 3 x 2 cells cut by the view's corner is one rectangle.
+TEST_F( WorldDrawingTest, TileCacheDrawsOnlyTheCellsThatChanged ) {
+	backend.SetTargetTextures( true );
+	layer.LoadTextures();
+	std::vector<int32_t> object = FilledLayer( 0 ), walk = FilledLayer( WALK_FLOOR ), over = FilledLayer( 0 );
+	for ( int32_t column : { 12, 13 } ) {
+		object[CellIndex( column, 35 )] = 5;
+		walk[CellIndex( column, 35 )] = WALK_DOOR;
+	}
+	for ( int32_t cell : { CellIndex( 9, 29 ), CellIndex( 10, 29 ), CellIndex( 11, 29 ), CellIndex( 9, 30 ),
+						CellIndex( 10, 30 ), CellIndex( 11, 30 ) } ) {
+		over[cell] = 7;
+	}
+	scene = cScene::FromLayers( FilledLayer( 2 ), object, walk, over );
+	scene->SetCameraPosition( CAMERA_X - 8, CAMERA_Y - 8 );		// the view's corner at (312, 952): cuts cell (9, 29)
+	const std::string ground = "target 1920x2400", roofs = "target 1920x2400 with alpha";
+	const auto intoTexture = [this]( const std::string &target ) {
+		std::vector<tDraw> found;
+		std::copy_if( GetDraws().begin(), GetDraws().end(), std::back_inserter( found ),
+					[&target]( const tDraw &draw ) { return draw.target == target; } );
+		return found;
+	};
+	Render();
+	EXPECT_EQ( intoTexture( ground ).size(), size_t( MAP_CELLS * 2 + 2 ) )
+		<< "a fill and the ground of each cell, two doors";
+	EXPECT_EQ( intoTexture( roofs ).size(), size_t( MAP_CELLS + 6 ) ) << "a fill of each cell, six over tiles";
+	Render();
+	EXPECT_EQ( intoTexture( ground ).size() + intoTexture( roofs ).size(), 0u ) << "nothing changed, nothing drawn again";
+	const std::vector<tDraw> frame = intoTexture( "" );
+	ASSERT_TRUE( frame.size() >= 2 && frame[0].path == ground && !frame[0].blend && frame[1].path == roofs )
+		<< "the ground copied first, then the over tiles";
+	EXPECT_TRUE( frame[0].source.left == CAMERA_X - 8 && frame[0].source.top == CAMERA_Y - 8 &&
+				frame[0].source.GetWidth() == 640 && frame[0].source.GetHeight() == 480 )
+		<< "the ground is the view's 640 x 480 pixels";
+	EXPECT_TRUE( frame[1].source.left == 312 && frame[1].source.top == 952 && frame[1].source.right == 384 &&
+				frame[1].source.bottom == 992 && frame[1].x == 0.0f && frame[1].y == 0.0f && GetDraws( roofs ).size() == 1u )
+		<< "one rectangle of 72 x 40 pixels at (0, 0), not " << GetDraws( roofs ).size() << " from ("
+		<< frame[1].source.left << ", " << frame[1].source.top << ")";
+	scene->OpenDoor( 12, 35 );
+	Render();
+	const std::vector<tDraw> again = intoTexture( ground );
+	ASSERT_EQ( again.size(), 4u ) << "a fill and the ground of the two door cells";
+	EXPECT_TRUE( again[0].path == cRecordingGraphicsBackend::FILL && again[0].x == 384.0f && again[0].y == 1120.0f &&
+				again[3].x == 416.0f ) << "the door cells (12, 35) and (13, 35)";
+	EXPECT_EQ( intoTexture( roofs ).size(), 0u );
 }
 
 // How far an item hangs below its place in each step's frame: it sinks a pixel every three steps
