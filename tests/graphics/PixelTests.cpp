@@ -213,7 +213,7 @@ TEST_F( PixelTest, CachedTilesMatchTilesDrawnOneByOne ) {
 	for ( bool opened : { false, true } ) {
 		if ( opened ) {
 			scene->OpenDoor( 50, 24 );
-			scene->OpenBox( 56, 22, items );
+			scene->OpenBox( 56, 22 );
 		}
 		for ( const auto &camera : cameras ) {
 			for ( int32_t playerX : { 1600, 1700 } ) {		// column 50 outdoors, 53 indoors
