@@ -138,6 +138,7 @@ TEST_F( WorldDrawingTest, OneAndTwoPlayersLayouts ) {
 	Render();
 	const std::vector<tDraw> characters = GetDraws( PNG_CHARACTERS );
 	ASSERT_EQ( characters.size(), 4u ) << "two bodies and two portraits";
+	EXPECT_EQ( characters[1].tint, 0x88FFFFFFu ) << "lumra hiding: alpha 0x88, every colour channel whole";
 	const tDraw &left = characters[2];
 	EXPECT_TRUE( left.x == 32.0f && left.y == 32.0f && left.source.left == 32 && left.source.top == 0 )
 		<< "player 1's portrait: tavesh standing, at (32, 32)";
