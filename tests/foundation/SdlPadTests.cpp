@@ -1,7 +1,7 @@
 // The real SDL input backend under the real game, with SDL's virtual game controllers and the
 // dummy video driver, no hardware: pads plugged in and out at any moment, their keys as the game
-// reads them, which pad drives which player, the pause when a pad in use goes, the cursor and the
-// click in the menus, and the rumble of a hit player's pad.
+// reads them, which pad drives which player, the pause when a pad in use goes or the window is left,
+// the cursor and the click in the menus, and the rumble of a hit player's pad.
 
 #include <gtest/gtest.h>
 
@@ -208,6 +208,23 @@ TEST_F( SdlPadTest, UnpluggedInPlayPausesAndPluggedBackInDrivesTheSamePlayer ) {
 	SetButton( back, SDL_CONTROLLER_BUTTON_START, true );
 	Frames( 1 );
 	EXPECT_EQ( gameState, STATE_PAUSE ) << "Start pauses as Escape does";
+}
+
+// Leaving the window pauses as a pad in use going does: it lost the focus, was minimised or hidden.
+TEST_F( SdlPadTest, LeavingTheWindowAsksForThePause ) {
+	const struct { Uint8 event; bool pauses; } cases[] = {
+		{ SDL_WINDOWEVENT_FOCUS_LOST, true }, { SDL_WINDOWEVENT_MINIMIZED, true }, { SDL_WINDOWEVENT_HIDDEN, true },
+		{ SDL_WINDOWEVENT_FOCUS_GAINED, false }, { SDL_WINDOWEVENT_RESTORED, false }, { SDL_WINDOWEVENT_SHOWN, false },
+		{ SDL_WINDOWEVENT_EXPOSED, false }, { SDL_WINDOWEVENT_LEAVE, false }, { SDL_WINDOWEVENT_MAXIMIZED, false },
+	};
+	for ( const auto &c : cases ) {
+		SDL_Event event;
+		SDL_zero( event );
+		event.type = SDL_WINDOWEVENT;
+		event.window.event = c.event;
+		input->HandleEvent( event );
+		EXPECT_EQ( input->TakePauseRequest(), c.pauses ) << "window event " << static_cast<int>( c.event );
+	}
 }
 
 TEST_F( SdlPadTest, JoystickWithoutAMappingIsLoggedAndLeftAlone ) {
