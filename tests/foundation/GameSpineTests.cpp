@@ -61,7 +61,7 @@ class cScriptedFrames : public cFrameClient {
 public:
 	cScriptedFrames( cSimulatedClock &clock, int steps, int64_t presentTime )
 		: clock( clock ), stepsLeft( steps ), presentTime( presentTime ) {}
-	bool HandleEvents() override { return true; }
+	bool HandleEvents() override { return passesLeft-- > 0; }	// false: the window closed
 	bool Step() override {
 		log += "s";
 		stepTimes.push_back( clock.GetNanoseconds() );
@@ -75,6 +75,7 @@ public:
 
 	cSimulatedClock &		clock;
 	int						stepsLeft;
+	int						passesLeft = 1000000;
 	int64_t					presentTime;
 	int						frames = 0;
 	int						stallFrame = -1;
@@ -88,28 +89,32 @@ const int64_t MSEC = 1000000;		// in nsec
 }
 
 // The deadline: one step every 15 msec whatever the present costs, the missed steps run before
-// the next frame, never more than four, and what is beyond four is dropped rather than owed.
+// the next frame, never more than four, and what is beyond four is dropped rather than owed. The
+// ninth step quits; the window closing ends the loop before the next step.
 TEST( FrameLoop, StepsKeepTheirDeadlineAndCatchUpAtMostFourBeforeAFrame ) {
 	struct cCase {
 		const char *	name;
 		int64_t			present;		// in nsec
 		int64_t			stall;			// in nsec, taken by the second frame
+		int				passes;			// of the loop before the window closes
 		const char *	expected;
 	};
 	const cCase cases[] = {
-		{ "a present that does not wait", 0, 0, "sFsFsFsFsFsFsFsF" },
-		{ "a 50 Hz present, 20 msec: two steps every third frame", 20 * MSEC, 20 * MSEC, "sFsFsFssFsFsFs" },
-		{ "a 40 msec stall after the second step", 0, 40 * MSEC, "sFsFssFsFsFsFsF" },
-		{ "a 200 msec stall: four steps, the rest dropped", 0, 200 * MSEC, "sFsFssssFsFsF" },
+		{ "a present that does not wait", 0, 0, 100, "sFsFsFsFsFsFsFsFs" },
+		{ "a 50 Hz present, 20 msec: two steps every third frame", 20 * MSEC, 20 * MSEC, 100, "sFsFsFssFsFsFss" },
+		{ "a 40 msec stall after the second step", 0, 40 * MSEC, 100, "sFsFssFsFsFsFsFs" },
+		{ "a 200 msec stall: four steps, the rest dropped", 0, 200 * MSEC, 100, "sFsFssssFsFsFs" },
+		{ "the window closed in the third pass", 0, 0, 2, "sFsF" },
 	};
 	for ( const cCase &c : cases ) {
 		cSimulatedClock clock;
 		cScriptedFrames frames( clock, 9, c.present );
 		frames.stallFrame = 1;
 		frames.stallTime = c.stall;
+		frames.passesLeft = c.passes;
 		cFrameLoop loop( clock );
 		loop.Run( frames );
-		EXPECT_EQ( frames.log, std::string( c.expected ) + "s" ) << c.name;
+		EXPECT_EQ( frames.log, c.expected ) << c.name;
 	}
 }
 
