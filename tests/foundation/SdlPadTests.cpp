@@ -210,20 +210,28 @@ TEST_F( SdlPadTest, UnpluggedInPlayPausesAndPluggedBackInDrivesTheSamePlayer ) {
 	EXPECT_EQ( gameState, STATE_PAUSE ) << "Start pauses as Escape does";
 }
 
-// Leaving the window pauses as a pad in use going does: it lost the focus, was minimised or hidden.
-TEST_F( SdlPadTest, LeavingTheWindowAsksForThePause ) {
+// Leaving the window pauses play as a pad in use going does, and as Escape does, only in play: the
+// window lost the focus, was minimised or hidden. Other window events change nothing, and coming
+// back to the window does not resume by itself.
+TEST_F( SdlPadTest, LeavingTheWindowPausesPlayOnly ) {
+	StartGame( 1 );
 	const struct { Uint8 event; bool pauses; } cases[] = {
 		{ SDL_WINDOWEVENT_FOCUS_LOST, true }, { SDL_WINDOWEVENT_MINIMIZED, true }, { SDL_WINDOWEVENT_HIDDEN, true },
 		{ SDL_WINDOWEVENT_FOCUS_GAINED, false }, { SDL_WINDOWEVENT_RESTORED, false }, { SDL_WINDOWEVENT_SHOWN, false },
 		{ SDL_WINDOWEVENT_EXPOSED, false }, { SDL_WINDOWEVENT_LEAVE, false }, { SDL_WINDOWEVENT_MAXIMIZED, false },
 	};
-	for ( const auto &c : cases ) {
-		SDL_Event event;
-		SDL_zero( event );
-		event.type = SDL_WINDOWEVENT;
-		event.window.event = c.event;
-		input->HandleEvent( event );
-		EXPECT_EQ( input->TakePauseRequest(), c.pauses ) << "window event " << static_cast<int>( c.event );
+	for ( int32_t state = STATE_MAIN_MENU; state <= STATE_VICTORY; state++ ) {
+		for ( const auto &c : cases ) {
+			gameState = state;
+			SDL_Event event;
+			SDL_zero( event );
+			event.type = SDL_WINDOWEVENT;
+			event.window.event = c.event;
+			SDL_PushEvent( &event );
+			Frames( 1 );
+			EXPECT_EQ( gameState, c.pauses && state == STATE_PLAYING ? STATE_PAUSE : state )
+				<< "window event " << static_cast<int>( c.event ) << " on screen " << state;
+		}
 	}
 }
 
