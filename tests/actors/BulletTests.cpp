@@ -118,7 +118,6 @@ TEST( HitRuleTest, WoundedEnemyFiresTwiceAsOftenAndItsDeathExplodesOnTheBody ) {
 	Hit( soldier, PlayerShot( WEAPON_TAVESH ), &killed );
 	EXPECT_TRUE( soldier.GetHealth() == 25 && soldier.IsWounded() && soldier.WasShot() && !killed );
 	EXPECT_EQ( soldier.GetShotPeriod(), 40 );
-	EXPECT_EQ( soldier.GetDirection(), DIR_LEFT ) << "shot from nowhere, it turns about";
 	EXPECT_EQ( Hit( soldier, PlayerShot( WEAPON_TAVESH ), &killed ), "(100, 100)" ) << "a death explodes on the body";
 	EXPECT_TRUE( killed ) << "0 is below 1";
 

@@ -218,14 +218,11 @@ TEST_F( SdlPadTest, LeavingTheWindowPausesPlayOnly ) {
 	const struct { Uint8 event; bool pauses; } cases[] = {
 		{ SDL_WINDOWEVENT_FOCUS_LOST, true }, { SDL_WINDOWEVENT_MINIMIZED, true }, { SDL_WINDOWEVENT_HIDDEN, true },
 		{ SDL_WINDOWEVENT_FOCUS_GAINED, false }, { SDL_WINDOWEVENT_RESTORED, false }, { SDL_WINDOWEVENT_SHOWN, false },
-		{ SDL_WINDOWEVENT_EXPOSED, false }, { SDL_WINDOWEVENT_LEAVE, false }, { SDL_WINDOWEVENT_MAXIMIZED, false },
 	};
 	for ( int32_t state = STATE_MAIN_MENU; state <= STATE_VICTORY; state++ ) {
 		for ( const auto &c : cases ) {
 			gameState = state;
-			SDL_Event event;
-			SDL_zero( event );
-			event.type = SDL_WINDOWEVENT;
+			SDL_Event event = { SDL_WINDOWEVENT };
 			event.window.event = c.event;
 			SDL_PushEvent( &event );
 			Frames( 1 );

@@ -171,8 +171,7 @@ TEST_F( PixelTest, IndoorRoofsVanishWhileAPlayerIsInside ) {
 		first.SetPosition( test.firstX, test.firstY );
 		second.SetPosition( test.secondX, 800 );
 		Render();
-		const std::string where = "players at (" + std::to_string( test.firstX ) + ", " + std::to_string( test.firstY )
-								  + ") and x " + std::to_string( test.secondX );
+		const std::string where = "player 1 at (" + std::to_string( test.firstX ) + ", " + std::to_string( test.firstY ) + ")";
 		EXPECT_EQ( Hex( GetPixel( indoorX, roofY ) ), Hex( TileColour( test.indoors ? 1 : ROOF_TILE, 16, 16 ) ) )
 			<< where << ": the indoor roof should " << ( test.indoors ? "give way to the ground" : "be drawn" );
 		EXPECT_EQ( Hex( GetPixel( outdoorX, roofY ) ), Hex( TileColour( ROOF_TILE, 16, 16 ) ) )

@@ -118,7 +118,6 @@ TEST_F( WorldDrawingTest, WhatIsDrawnOffTheScreen ) {
 	const std::vector<tDraw> blasts = GetDraws( PNG_EXPLOSION );
 	ASSERT_EQ( blasts.size(), 1u );
 	EXPECT_EQ( blasts[0].x, -100.0f ) << "an explosion off the view is still drawn";
-	EXPECT_EQ( explosions[0].GetFrame(), 1 ) << "an impact moves on every third step";
 }
 
 // Player 1 on the left, player 2 on the right with its bars left of its portrait; the portrait is
@@ -184,11 +183,10 @@ protected:
 	cPlayer &			lumra;
 };
 
-// Noticing lumra 200 pixels ahead shows the 16 x 16 exclamation at (x + 10, y - 20) for 750 ms from
-// the first step in view after it, whatever the enemy does meanwhile; then the query while it
-// searches, the 32 x 32 WTF at (x, y - 20) while it looks around, nothing while it chases. Seeing
-// lumra again is a new alert; closing in from chase to attack is none. A wandering boss shows nothing.
-// The first alert comes 256 ms before the millisecond clock wraps round to 0, and lasts its 750 ms.
+// Noticing lumra 200 pixels ahead, 256 ms before the clock wraps to 0, shows the 16 x 16 exclamation
+// at (x + 10, y - 20) for 750 ms from the first step in view after it, whatever the enemy does; then
+// the query while it searches, the 32 x 32 WTF at (x, y - 20) while it looks around, nothing while it
+// chases. Seeing lumra again is a new alert; chase to attack is none. A wandering boss shows nothing.
 TEST_F( AlertIconTest, IconsThroughAnAlertAndASearch ) {
 	const uint32_t noticed = 0xFFFFFF00u;
 	clock.SetTickCount( noticed );
@@ -228,14 +226,6 @@ TEST_F( AlertIconTest, IconsThroughAnAlertAndASearch ) {
 	ASSERT_NO_FATAL_FAILURE( Perceive( AI_ATTACK ) );
 	EXPECT_EQ( RenderIcons(), "" ) << "closing in from chase to attack is no new alert";
 	EXPECT_EQ( enemy.GetAlertTime(), noticed + 5750 );
-}
-
-// An enemy out of view when it notices gets no stamp, and shows none.
-TEST_F( AlertIconTest, NoStampWhileOutOfView ) {
-	scene->SetCameraPosition( ENEMY_X, CAMERA_Y );
-	ASSERT_NO_FATAL_FAILURE( Perceive( AI_CHASE ) );
-	EXPECT_EQ( RenderIcons(), "" );
-	EXPECT_EQ( enemy.GetAlertTime(), 0u );
 }
 
 }
