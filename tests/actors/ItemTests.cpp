@@ -86,34 +86,29 @@ TEST_F( ItemPassTest, AmmunitionAddsSixteenToThirtyFiveSeededByTheSecond ) {
 	}
 }
 
-// Steps until the explosion is finished; the sheet column shown in each.
-std::vector<int32_t> DrawToTheEnd( cExplosion &explosion, const cScene &scene, cRect &rect, int32_t &sx, int32_t &sy ) {
-	std::vector<int32_t> columns;
-	while ( !explosion.IsFinished() && columns.size() < 1000 ) {
-		explosion.Animate();
-		explosion.GetDrawInfo( rect, sx, sy, scene );
-		columns.push_back( rect.left / 32 );
-	}
-	return columns;
-}
-
+// Columns 0 to 6 of the sheet, each for three draws in row 1 for an impact, nine in row 0 for a
+// death; the last draw finishes the explosion.
 TEST( ExplosionTest, ImpactsShowSevenPicturesOfRowOneThreeDrawsEachDeathsNineOfRowZero ) {
 	std::unique_ptr<cScene> scene = MakeOpenScene();
 	scene->SetCameraPosition( 100, 200 );
-	cExplosion impact( 150, 300, true );
-	cExplosion death( 0, 0, false );
-	cRect rect;
-	int32_t sx = 0;
-	int32_t sy = 0;
-	std::vector<int32_t> expected;
-	for ( int32_t column = 0; column < 7; column++ ) {
-		expected.insert( expected.end(), 3, column );
+	const struct { bool impact; int draws; int32_t top; } kinds[] = { { true, 3, 32 }, { false, 9, 0 } };
+	for ( const auto &kind : kinds ) {
+		std::vector<int32_t> expected, columns;
+		for ( int32_t column = 0; column < 7; column++ ) {
+			expected.insert( expected.end(), kind.draws, column );
+		}
+		cExplosion explosion( 150, 300, kind.impact );
+		cRect rect;
+		int32_t sx = 0, sy = 0;
+		while ( !explosion.IsFinished() && columns.size() < 1000 ) {
+			explosion.Animate();
+			explosion.GetDrawInfo( rect, sx, sy, *scene );
+			columns.push_back( rect.left / 32 );
+		}
+		EXPECT_EQ( columns, expected ) << "the columns, impact " << kind.impact;
+		EXPECT_TRUE( rect.top == kind.top && rect.bottom == kind.top + 32 ) << "the row, impact " << kind.impact;
+		EXPECT_TRUE( sx == 50 && sy == 100 ) << "the world position less the camera's";
 	}
-	EXPECT_EQ( DrawToTheEnd( impact, *scene, rect, sx, sy ), expected );
-	EXPECT_TRUE( rect.top == 32 && rect.bottom == 64 ) << "impacts use row 1";
-	EXPECT_TRUE( sx == 50 && sy == 100 ) << "the world position less the camera's";
-	EXPECT_EQ( DrawToTheEnd( death, *scene, rect, sx, sy ).size(), 63u );
-	EXPECT_TRUE( rect.top == 0 && rect.right == 7 * 32 ) << "deaths use row 0";
 }
 
 }

@@ -80,6 +80,38 @@ expect_picture() {
   fail "the screenshot is one flat colour after $E2E_WAIT s ($shot)"
 }
 
+# Asks the window to close as a window manager's close button does: the WM_DELETE_WINDOW message
+# of the WM_PROTOCOLS, sent to the window (Xlib through Python's ctypes: no tool on the machine sends it).
+close_window() {
+  python3 - "$1" <<'PY' || fail "the close request could not be sent to window $1"
+import ctypes, sys
+x11 = ctypes.cdll.LoadLibrary("libX11.so.6")
+x11.XOpenDisplay.restype = ctypes.c_void_p
+x11.XInternAtom.argtypes = [ctypes.c_void_p, ctypes.c_char_p, ctypes.c_int]
+x11.XInternAtom.restype = ctypes.c_ulong
+class ClientMessage(ctypes.Structure):
+    _fields_ = [("type", ctypes.c_int), ("serial", ctypes.c_ulong), ("send_event", ctypes.c_int),
+                ("display", ctypes.c_void_p), ("window", ctypes.c_ulong), ("message_type", ctypes.c_ulong),
+                ("format", ctypes.c_int), ("data", ctypes.c_long * 5)]
+class Event(ctypes.Union):
+    _fields_ = [("xclient", ClientMessage), ("pad", ctypes.c_long * 24)]
+x11.XSendEvent.argtypes = [ctypes.c_void_p, ctypes.c_ulong, ctypes.c_int, ctypes.c_long, ctypes.POINTER(Event)]
+x11.XCloseDisplay.argtypes = [ctypes.c_void_p]
+display = x11.XOpenDisplay(None)
+if not display:
+    sys.exit(1)
+event = Event()
+event.xclient.type = 33                        # ClientMessage
+event.xclient.window = int(sys.argv[1], 0)
+event.xclient.message_type = x11.XInternAtom(display, b"WM_PROTOCOLS", 0)
+event.xclient.format = 32
+event.xclient.data[0] = x11.XInternAtom(display, b"WM_DELETE_WINDOW", 0)
+sent = x11.XSendEvent(display, event.xclient.window, 0, 0, ctypes.byref(event))
+x11.XCloseDisplay(display)                     # flushes the request
+sys.exit(0 if sent else 1)
+PY
+}
+
 # Waits for the game told to end, and expects exit code 0.
 expect_clean_exit() {
   local deadline=$((SECONDS + E2E_WAIT)) status=0

@@ -6,6 +6,7 @@
 #             one flat colour, check that the window found first is still the one mapped, send
 #             SIGTERM and expect exit code 0 and an empty log.txt.
 # quit-click: the same start, then click the main menu's quit entry and expect the same ending.
+# close:      the same start, then close the window as a window manager's close button does.
 set -euo pipefail
 game=$1 scenario=$2 resources=$3 artefacts=$4
 source "$(dirname "$0")/game_window.sh"
@@ -29,6 +30,8 @@ case "$scenario" in
     xdotool mousemove --window "$window" $((160 * scale)) $((392 * scale))
     sleep 0.2
     xdotool click 1 ;;
+  close)
+    close_window "$window" ;;
   *) fail "unknown scenario" ;;
 esac
 expect_clean_exit

@@ -66,7 +66,7 @@ public:
 			clock.Advance( stallTime );
 			NoteStall();
 		}
-		return true;
+		return passesLeft-- > 0;	// false: the window closed
 	}
 	bool Step() override {
 		log += "s";
@@ -81,6 +81,7 @@ public:
 
 	cSimulatedClock &		clock;
 	int						stepsLeft;
+	int						passesLeft = 1000000;
 	int64_t					presentTime;
 	int						frames = 0;
 	int						stallFrame = -1;
@@ -97,30 +98,34 @@ const int64_t MSEC = 1000000;		// in nsec
 
 // The deadline: one step every 15 msec whatever the present costs, the missed steps run before
 // the next frame, never more than four, and what is beyond four is dropped rather than owed. The
-// window's own stall (a switch to full screen) owes nothing and drops nothing.
+// window's own stall (a switch to full screen) owes nothing and drops nothing. The ninth step quits;
+// the window closing ends the loop before the next step.
 TEST( FrameLoop, StepsKeepTheirDeadlineAndCatchUpAtMostFourBeforeAFrame ) {
 	struct cCase {
 		const char *	name;
 		int64_t			present;		// in nsec
 		int64_t			stall;			// in nsec, taken by the second frame
+		int				passes;			// of the loop before the window closes
 		const char *	expected;
 		bool			byWindow;		// the stall is the window's, in the third pass's events
 	};
 	const cCase cases[] = {
-		{ "a present that does not wait", 0, 0, "sFsFsFsFsFsFsFsF", false },
-		{ "a 50 Hz present, 20 msec: two steps every third frame", 20 * MSEC, 20 * MSEC, "sFsFsFssFsFsFs", false },
-		{ "a 40 msec stall after the second step", 0, 40 * MSEC, "sFsFssFsFsFsFsF", false },
-		{ "a 200 msec stall: four steps, the rest dropped", 0, 200 * MSEC, "sFsFssssFsFsF", false },
-		{ "a 200 msec switch to full screen", 0, 200 * MSEC, "sFsFsFsFsFsFsFsF", true },
+		{ "a present that does not wait", 0, 0, 100, "sFsFsFsFsFsFsFsFs", false },
+		{ "a 50 Hz present, 20 msec: two steps every third frame", 20 * MSEC, 20 * MSEC, 100, "sFsFsFssFsFsFss", false },
+		{ "a 40 msec stall after the second step", 0, 40 * MSEC, 100, "sFsFssFsFsFsFsFs", false },
+		{ "a 200 msec stall: four steps, the rest dropped", 0, 200 * MSEC, 100, "sFsFssssFsFsFs", false },
+		{ "a 200 msec switch to full screen", 0, 200 * MSEC, 100, "sFsFsFsFsFsFsFsFs", true },
+		{ "the window closed in the third pass", 0, 0, 2, "sFsF", false },
 	};
 	for ( const cCase &c : cases ) {
 		cSimulatedClock clock;
 		cScriptedFrames frames( clock, 9, c.present );
 		( c.byWindow ? frames.stallPass : frames.stallFrame ) = c.byWindow ? 2 : 1;
 		frames.stallTime = c.stall;
+		frames.passesLeft = c.passes;
 		cFrameLoop loop( clock );
 		loop.Run( frames );
-		EXPECT_EQ( frames.log, std::string( c.expected ) + "s" ) << c.name;
+		EXPECT_EQ( frames.log, c.expected ) << c.name;
 	}
 }
 

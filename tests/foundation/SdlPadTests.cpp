@@ -1,7 +1,8 @@
-// The real SDL input backend under the real game, with SDL's virtual game controllers and the dummy
-// video driver, no hardware: pads plugged in and out at any moment, their keys as the game reads them,
-// which pad drives which player, the pause when a pad in use goes, the cursor and the click in the
-// menus, the rumble of a hit player's pad; where the cursor starts, the click that refocuses the window.
+// The real SDL input backend under the real game, with SDL's virtual game controllers and the
+// dummy video driver, no hardware: pads plugged in and out at any moment, their keys as the game
+// reads them, which pad drives which player, the pause when a pad in use goes or the window is left,
+// the cursor and the click in the menus, the rumble of a hit player's pad; where the cursor starts,
+// the click that refocuses the window.
 
 #include <gtest/gtest.h>
 
@@ -216,6 +217,28 @@ TEST_F( SdlPadTest, UnpluggedInPlayPausesAndPluggedBackInDrivesTheSamePlayer ) {
 	SetButton( back, SDL_CONTROLLER_BUTTON_START, true );
 	Frames( 1 );
 	EXPECT_EQ( gameState, STATE_PAUSE ) << "Start pauses as Escape does";
+}
+
+// Leaving the window pauses play as a pad in use going does, and as Escape does, only in play: the
+// window lost the focus, was minimised or hidden. Other window events change nothing, and coming
+// back to the window does not resume by itself.
+TEST_F( SdlPadTest, LeavingTheWindowPausesPlayOnly ) {
+	StartGame( 1 );
+	const struct { Uint8 event; bool pauses; } cases[] = {
+		{ SDL_WINDOWEVENT_FOCUS_LOST, true }, { SDL_WINDOWEVENT_MINIMIZED, true }, { SDL_WINDOWEVENT_HIDDEN, true },
+		{ SDL_WINDOWEVENT_FOCUS_GAINED, false }, { SDL_WINDOWEVENT_RESTORED, false }, { SDL_WINDOWEVENT_SHOWN, false },
+	};
+	for ( int32_t state = STATE_MAIN_MENU; state <= STATE_VICTORY; state++ ) {
+		for ( const auto &c : cases ) {
+			gameState = state;
+			SDL_Event event = { SDL_WINDOWEVENT };
+			event.window.event = c.event;
+			SDL_PushEvent( &event );
+			Frames( 1 );
+			EXPECT_EQ( gameState, c.pauses && state == STATE_PLAYING ? STATE_PAUSE : state )
+				<< "window event " << static_cast<int>( c.event ) << " on screen " << state;
+		}
+	}
 }
 
 TEST_F( SdlPadTest, JoystickWithoutAMappingIsLoggedAndLeftAlone ) {

@@ -137,21 +137,3 @@ TEST_F( MenuFlowTest, MusicFollowsTheScreens ) {
 	EXPECT_EQ( sound.GetEvents().front().volume, -1000 );
 	EXPECT_TRUE( sound.GetEvents().front().loop );
 }
-
-// Switching to another window or minimising it acts as Escape in play, and only there.
-TEST_F( MenuFlowTest, LeavingTheWindowPausesPlayOnly ) {
-	ASSERT_TRUE( ClickEntry( 1 ) );
-	ASSERT_TRUE( ClickEntry( 3 ) );
-	ASSERT_EQ( gameState, STATE_PLAYING );
-	const int32_t states[] = { STATE_MAIN_MENU, STATE_SETTINGS, STATE_DIFFICULTY, STATE_CONTROLS, STATE_CREDITS,
-							   STATE_SELECT_ONE, STATE_SELECT_TWO, STATE_PAUSE, STATE_DEFEAT, STATE_VICTORY,
-							   STATE_PLAYING };
-	for ( int32_t state : states ) {
-		gameState = state;
-		headless.GetInput().RequestPause();
-		ASSERT_TRUE( headless.Frame() );
-		EXPECT_EQ( gameState, state == STATE_PLAYING ? STATE_PAUSE : state ) << "focus lost on screen " << state;
-	}
-	ASSERT_TRUE( headless.Frame() );
-	EXPECT_EQ( gameState, STATE_PAUSE ) << "coming back does not resume by itself";
-}

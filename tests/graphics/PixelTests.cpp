@@ -148,8 +148,8 @@ TEST_F( PixelTest, EveryScreenPixelShowsTheGroundUnderIt ) {
 }
 
 // The indoor area's roofs give way to the ground while any player, a downed one too, has the
-// centre of its body under them (at x 1680 in column 53, indoors; at x 1679 in column 52, not);
-// a roof outside the area stays.
+// centre of its body under them: columns from 53 (x 1680; 1679 is column 52), rows 17 (y 528;
+// 527 is row 16) to 39 (y 1263; 1264 is row 40). A roof outside the area stays.
 TEST_F( PixelTest, IndoorRoofsVanishWhileAPlayerIsInside ) {
 	LoadTileSheet();
 	std::vector<int32_t> over = FilledLayer( 0 );
@@ -163,18 +163,19 @@ TEST_F( PixelTest, IndoorRoofsVanishWhileAPlayerIsInside ) {
 	cPlayer &first = AddPlayer( KIND_TAVESH, 0, 800 );
 	cPlayer &second = AddPlayer( KIND_LUMRA, 1000, 800 );
 	second.SetDead( true );
-	const struct { int32_t firstX, secondX; bool indoors; } cases[] = {
-		{ 1679, 1000, false }, { 1680, 1000, true }, { 1679, 1000, false }, { 1679, 55 * CELL_SIZE, true },
+	const struct { int32_t firstX, firstY, secondX; bool indoors; } cases[] = {
+		{ 1679, 800, 1000, false }, { 1680, 800, 1000, true }, { 1680, 527, 1000, false }, { 1680, 528, 1000, true },
+		{ 1680, 1263, 1000, true }, { 1680, 1264, 1000, false }, { 1679, 800, 55 * CELL_SIZE, true },
 	};
 	for ( const auto &test : cases ) {
-		first.SetPosition( test.firstX, 800 );
+		first.SetPosition( test.firstX, test.firstY );
 		second.SetPosition( test.secondX, 800 );
 		Render();
+		const std::string where = "player 1 at (" + std::to_string( test.firstX ) + ", " + std::to_string( test.firstY ) + ")";
 		EXPECT_EQ( Hex( GetPixel( indoorX, roofY ) ), Hex( TileColour( test.indoors ? 1 : ROOF_TILE, 16, 16 ) ) )
-			<< "players at x " << test.firstX << " and " << test.secondX << ": the indoor roof should "
-			<< ( test.indoors ? "give way to the ground" : "be drawn" );
+			<< where << ": the indoor roof should " << ( test.indoors ? "give way to the ground" : "be drawn" );
 		EXPECT_EQ( Hex( GetPixel( outdoorX, roofY ) ), Hex( TileColour( ROOF_TILE, 16, 16 ) ) )
-			<< "players at x " << test.firstX << " and " << test.secondX << ": a roof outside the indoor area stays";
+			<< where << ": a roof outside the indoor area stays";
 	}
 }
 
