@@ -18,7 +18,7 @@ declare -A ALLOWED=(
 	[ai]="log platform sound world actors app/Game.h app/GameState.h"
 	[graphics]="log platform world actors ai app/GameState.h"
 	[app]="log platform input sound world actors ai graphics"
-	[replay]="log platform input sound graphics app"
+	[replay]="log platform input sound world actors ai graphics app"
 	[harness]="log platform input sound world actors ai graphics app replay"
 	[program]="log platform input sound world actors ai graphics app replay"
 )
