@@ -1,8 +1,5 @@
 #include "program/CommandLine.h"
 
-#include <cinttypes>
-#include <cstdio>
-
 #include "Version.h"
 #include "replay/Fingerprint.h"
 #include "replay/ReplayFile.h"
@@ -10,13 +7,6 @@
 namespace {
 
 const char *const PROGRAM = "kormaveth2d";
-
-// Two builds that print the same line compute the same game.
-std::string FingerprintLine() {
-	char line[40];
-	std::snprintf( line, sizeof( line ), "Game fingerprint %016" PRIx64 "\n", cFingerprint::Compute() );
-	return line;
-}
 
 cCommandLine Wrong( const std::string &error ) {
 	cCommandLine line;
@@ -85,5 +75,5 @@ std::string cCommandLine::GetHelp() {
 
 std::string cCommandLine::GetVersion() {
 	return std::string( "Project Kormaveth 2D " ) + KMVT_VERSION + "\n"
-		"Replay format " + std::to_string( cReplayFile::FORMAT_VERSION ) + "\n" + FingerprintLine();
+		"Replay format " + std::to_string( cReplayFile::FORMAT_VERSION ) + "\n" + cFingerprint::GetLine();
 }

@@ -1,6 +1,8 @@
 #include "replay/Fingerprint.h"
 
 #include <algorithm>
+#include <cinttypes>
+#include <cstdio>
 #include <memory>
 #include <vector>
 
@@ -43,6 +45,7 @@ const int32_t GROUND_TILE = 1;
 const int32_t WALL_TILE = 5;
 
 const int32_t STEPS = 400;
+const size_t LINE_SIZE = 40;
 const uint32_t MSEC_PER_SECOND = 1000;	// the calendar moves on with the game's clock
 const uint32_t PLAYERS = 2;
 const uint32_t DIFFICULTY = 1;
@@ -191,4 +194,10 @@ uint64_t cFingerprint::ComputeAt( std::time_t calendarSecond ) {
 	gameState = previousState;
 	SetClock( &previousClock );
 	return hash;
+}
+
+std::string cFingerprint::GetLine() {
+	char line[LINE_SIZE];
+	std::snprintf( line, sizeof( line ), "Game fingerprint %016" PRIx64 "\n", Compute() );
+	return line;
 }

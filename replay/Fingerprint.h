@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <ctime>
+#include <string>
 
 class cFingerprint {
 public:
@@ -19,4 +20,6 @@ public:
 	static uint64_t		Compute();
 	// The same game with the calendar at another second: other draws, so another fingerprint.
 	static uint64_t		ComputeAt( std::time_t calendarSecond );
+	// "Game fingerprint 0123456789abcdef" and a newline: what --version and kmvt_verify print.
+	static std::string	GetLine();
 };
