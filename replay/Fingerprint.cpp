@@ -46,6 +46,11 @@ const int32_t WALL_TILE = 5;
 
 const int32_t STEPS = 400;
 const size_t LINE_SIZE = 40;
+const int32_t CHECKPOINT_STEPS = 50;		// the state hash every 50 steps goes into the fingerprint
+const int32_t FAN_START = 1;				// in pixels, on both axes
+const int32_t FAN_SLOPES = 12;				// shots along (1, 11), (2, 10) ... (11, 1)
+const int32_t FAN_SHOOTER_KINDS = 3;		// soldier, machine-gunner, boss
+const uint64_t HASH_PRIME = 1099511628211ull;	// FNV-1a's, folding those hashes in order
 const uint32_t MSEC_PER_SECOND = 1000;	// the calendar moves on with the game's clock
 const uint32_t PLAYERS = 2;
 const uint32_t DIFFICULTY = 1;
@@ -125,28 +130,33 @@ private:
 	uint8_t			keys[KEY_COUNT] = {};
 };
 
-std::unique_ptr<cScene> MakeYard() {
+// The yard, or an open field when every cell is floor.
+std::unique_ptr<cScene> MakeScene( bool field ) {
 	std::vector<int32_t> base( MAP_CELLS, GROUND_TILE );
 	std::vector<int32_t> object( MAP_CELLS, WALL_TILE );
 	std::vector<int32_t> walk( MAP_CELLS, 0 );
 	std::vector<int32_t> over( MAP_CELLS, 0 );
 	for ( int32_t row = 0; row < static_cast<int32_t>( std::size( YARD ) ); row++ ) {
 		for ( int32_t column = 0; YARD[row][column] != '\0'; column++ ) {
-			if ( YARD[row][column] == FLOOR ) {
+			if ( field || YARD[row][column] == FLOOR ) {
 				walk[CellIndex( column, row )] = WALK_FLOOR;
 				object[CellIndex( column, row )] = 0;
 			}
 		}
 	}
-	std::unique_ptr<cScene> yard = cScene::FromLayers( base, object, walk, over );
-	yard->SetCameraPosition( 0, 0 );
-	return yard;
+	if ( field ) {
+		std::fill( walk.begin(), walk.end(), WALK_FLOOR );
+		std::fill( object.begin(), object.end(), 0 );
+	}
+	std::unique_ptr<cScene> scene = cScene::FromLayers( base, object, walk, over );
+	scene->SetCameraPosition( 0, 0 );
+	return scene;
 }
 
 void SetUpYard( cGame &game ) {
 	game.GetConfig().SetPlayers( PLAYERS );
 	game.GetConfig().SetDifficulty( DIFFICULTY );
-	game.SetUpGame( MakeYard() );
+	game.SetUpGame( MakeScene( false ) );
 	game.GetPlayers()->push_back( std::make_unique<cPlayer>( KIND_TAVESH, Pixels( 3 ), Pixels( 11 ) ) );
 	game.GetPlayers()->push_back( std::make_unique<cPlayer>( KIND_LUMRA, Pixels( 13 ), Pixels( 11 ) ) );
 	game.GetItems()->push_back( cItem( ITEM_AMMO, Pixels( 4 ), Pixels( 11 ) ) );
@@ -157,6 +167,52 @@ void SetUpYard( cGame &game ) {
 			enemy->SetHealth( WEAK_HEALTH );
 		}
 		game.GetEnemies()->push_back( std::move( enemy ) );
+	}
+}
+
+void AddCheckpoint( const cGame &game, uint64_t &hash ) {
+	hash = ( hash ^ cStateHash( game ).GetTotal() ) * HASH_PRIME;
+}
+
+// The calendar second moves on with the game's clock, so kills in different seconds draw differently.
+void PlayYard( cGame &game, cManualClock &clock, uint64_t &hash ) {
+	const std::time_t calendarSecond = clock.GetCalendarTime();
+	cScriptKeys keys;
+	game.GetInputLayer().Init( &keys, false, cInputLayer::DEVICE_KEYBOARD | cInputLayer::DEVICE_MOUSE );
+	SetUpYard( game );
+	gameState = STATE_PLAYING;
+	const cPhase *phase = SCRIPT;
+	for ( int32_t step = 1; step <= STEPS; step++ ) {
+		while ( phase + 1 != std::end( SCRIPT ) && ( phase + 1 )->firstStep < step ) {
+			phase++;
+		}
+		keys.Hold( *phase );
+		game.Step();
+		clock.Advance( cGame::FRAME_TIME );
+		clock.SetCalendarTime( calendarSecond + clock.GetTickCount() / MSEC_PER_SECOND );
+		if ( step % CHECKPOINT_STEPS == 0 ) {
+			AddCheckpoint( game, hash );
+		}
+	}
+	game.GetInputLayer().Release();
+}
+
+// Shots at every slope from the top-left corner of an open field until they leave the view.
+// Near the origin a float's last bit is worth least, so a build that rounds a step of flight
+// otherwise (a fused multiply-add, say) shows within a few steps.
+void FlyFan( cGame &game, uint64_t &hash ) {
+	game.SetUpGame( MakeScene( true ) );
+	tBulletList &bullets = *game.GetBullets();
+	bullets.emplace_back( FAN_START, FAN_START, DIR_DOWN_RIGHT, WEAPON_LUMRA, KIND_LUMRA );
+	for ( int32_t vx = 1; vx < FAN_SLOPES; vx++ ) {
+		const int32_t kind = KIND_SOLDIER + vx % FAN_SHOOTER_KINDS;	// 2, 3 and 4 pixels a step
+		bullets.emplace_back( FAN_START, FAN_START, vx, FAN_SLOPES - vx, WEAPON_ENEMY_GUN, kind );
+	}
+	for ( int32_t step = 1; !bullets.empty(); step++ ) {
+		game.UpdateBullets();
+		if ( step % CHECKPOINT_STEPS == 0 ) {
+			AddCheckpoint( game, hash );
+		}
 	}
 }
 
@@ -171,24 +227,11 @@ uint64_t cFingerprint::ComputeAt( std::time_t calendarSecond ) {
 	const int32_t previousState = gameState;
 	cManualClock clock( 0, calendarSecond );
 	SetClock( &clock );
-	cScriptKeys keys;
 	uint64_t hash = 0;
 	{
 		cGame game;
-		game.GetInputLayer().Init( &keys, false, cInputLayer::DEVICE_KEYBOARD | cInputLayer::DEVICE_MOUSE );
-		SetUpYard( game );
-		gameState = STATE_PLAYING;
-		const cPhase *phase = SCRIPT;
-		for ( int32_t step = 0; step < STEPS; step++ ) {
-			while ( phase + 1 != std::end( SCRIPT ) && ( phase + 1 )->firstStep == step ) {
-				phase++;
-			}
-			keys.Hold( *phase );
-			game.Step();
-			clock.Advance( cGame::FRAME_TIME );
-			clock.SetCalendarTime( calendarSecond + clock.GetTickCount() / MSEC_PER_SECOND );
-		}
-		hash = cStateHash( game ).GetTotal();
+		PlayYard( game, clock, hash );
+		FlyFan( game, hash );
 		game.Finalize();
 	}
 	gameState = previousState;
