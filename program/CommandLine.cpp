@@ -2,6 +2,7 @@
 
 #include "Version.h"
 #include "log/Printable.h"
+#include "replay/Fingerprint.h"
 #include "replay/ReplayFile.h"
 
 namespace {
@@ -97,5 +98,5 @@ std::string cCommandLine::GetHelp() {
 
 std::string cCommandLine::GetVersion() {
 	return std::string( "Project Kormaveth 2D " ) + KMVT_VERSION + "\n"
-		"Replay format " + std::to_string( cReplayFile::FORMAT_VERSION ) + "\n";
+		"Replay format " + std::to_string( cReplayFile::FORMAT_VERSION ) + "\n" + cFingerprint::GetLine();
 }

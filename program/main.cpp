@@ -107,6 +107,13 @@ std::string FindData() {
 	return dataPaths.GetRoot();
 }
 
+// The version's fingerprint plays a short game, which must leave the last real run's log alone.
+int PrintVersion() {
+	cLog::Restart( "" );
+	std::fputs( cCommandLine::GetVersion().c_str(), stdout );
+	return 0;
+}
+
 void RunGame( const cCommandLine &line, cClock &clock ) {
 	const std::string dataRoot = FindData();
 	cSdlWindow window( dataRoot );
@@ -150,7 +157,7 @@ int main( int argc, char **argv ) {
 	const cCommandLine line = cCommandLine::Parse( argc, argv );
 	switch ( line.mode ) {
 		case cCommandLine::HELP:	std::fputs( cCommandLine::GetHelp().c_str(), stdout ); return 0;
-		case cCommandLine::VERSION:	std::fputs( cCommandLine::GetVersion().c_str(), stdout ); return 0;
+		case cCommandLine::VERSION:	return PrintVersion();
 		case cCommandLine::WRONG:	std::fputs( cCommandLine::GetUsageLine( line.error ).c_str(), stderr ); return 2;
 		case cCommandLine::VERIFY:	return cReplayCheck::Verify( line.file, FindData() );
 		default:					break;
