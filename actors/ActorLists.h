@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The running game's five lists. Each owns what it holds, keeps insertion order and allows
 // removal in the middle of a pass.

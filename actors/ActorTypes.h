@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Codes shared by characters, bullets and the drawing: facings, character kinds, weapons.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cBullet is one shot in flight, a player's or an enemy's: a 20 x 20 box flying in a straight
 // line at a fixed speed until it strikes a wall, leaves the view or hits a character.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cCharacter is the base of everything that walks the map, the players and the enemies: kind,
 // health, weapon, position and facing, fire cool-down and walk animation.

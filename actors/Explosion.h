@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cExplosion is a short animation left where a bullet struck or a character died. It does no
 // damage; each step of the shown world moves it on, and the game removes it once it has shown its

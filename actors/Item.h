@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cItem is a pickup lying on the map until a player who may take it walks onto it.
 

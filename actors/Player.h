@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cPlayer is a character steered from the keyboard: tavesh (kind 0) or lumra (kind 1), with a
 // gun of its own, a timed skill and the state of being down until a partner revives it.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The world's pictures move on by one step while the world is shown: items in view bob, every
 // player and the enemies in view walk (the enemies also stamp their alert and pick their icon),

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cAStar finds one enemy's way between two cells of the walk layer: an A* search over the
 // 8-connected grid that never cuts a corner, on a snapshot of the walk layer taken when loaded.

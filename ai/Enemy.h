@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cEnemy is a computer-controlled character: a soldier (kind 2), a machine-gunner (kind 3) or
 // the boss (kind 4), with the player it is after, where it last saw that player, and its alert

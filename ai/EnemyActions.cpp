@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What an enemy does in its alert state: stand, chase and shoot, stand and shoot, walk to the
 // last place it saw a player, look around; and the boss's wander with its 8-way bursts.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How an enemy takes in a player: distance bands, the field of view of its facing, the line of
 // sight over the walk layer, and the alert-state tables of the regular enemies and of the boss.
 

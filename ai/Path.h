@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cPath walks one enemy from cell corner to cell corner along a path found by a fresh cAStar,
 // turning it at each corner and taking up a new destination only when it stands on a corner.

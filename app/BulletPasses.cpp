@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The two bullet passes of a frame: flight with the wall and view test, then hits with damage,
 // kills, item drops and the victory that the boss's death brings.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cConfig holds the options chosen in the menus for the rest of the run: players, difficulty,
 // each player's character and keys. Nothing is saved; every run starts from the defaults.

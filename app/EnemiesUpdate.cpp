@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The game's pass over its enemies, once per frame of play.
 
 #include "app/Game.h"

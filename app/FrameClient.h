@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // What the frame loop drives: the window's events, the game's steps and the drawing of a frame.
 // The real game's window is one; tests and the simulated display are others.

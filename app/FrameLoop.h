@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Paces the game: one step every 15 msec (cGame::FRAME_TIME) by a deadline on the pacing clock,
 // so that lateness does not pile up, then at most one frame. When drawing or presenting took

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // What the last frame drawn showed, so that a frame that would show the same picture is neither
 // drawn nor presented: a menu or the pause screen changes only with the screen and the cursor,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cGame owns everything the program has: the three device layers, the options, and the running
 // game's scene and lists. Its step (Step) reads the input, processes it and moves every animation

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The pickups of a frame and the end of finished explosions.
 
 #include "app/Game.h"

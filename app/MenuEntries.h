@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The five clickable entries that every menu picture shares, stacked in one column; the pictures
 // put their labels inside them.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The player step: movement over the walk layer, firing, the skill, the use key and revival.
 
 #include "app/Game.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cStateHash is a fingerprint of everything a game step changes: the game state and options, the
 // cursor, the sound layer's music and heartbeat, the scene's layers and camera, and every player's,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cBenchOptions reads the command line the benchmarks that play autoplay games share,
 // "--resources=FOLDER --NAME=N", and enters FOLDER, which holds resources/ (by default the working

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 # What `cmake --install` puts where (GNU layout under the prefix): the game, its resource tree,
 # the desktop entry, the AppStream metainfo, the icons, the man page and the package's documents.
 

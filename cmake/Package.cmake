@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 # The Debian package, made by CPack from the install rules (scripts/package.sh runs it). Its
 # dependencies are read from the executable by dpkg-shlibdeps, not written here.
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Cross-compiling for 64-bit ARM with Debian's cross compiler (g++-aarch64-linux-gnu); the programs
 # run here under qemu-user (qemu-aarch64), which finds the target's C and C++ libraries under
 # /usr/aarch64-linux-gnu. Only the recordings' checker builds this way (KMVT_VERIFIER_ONLY).

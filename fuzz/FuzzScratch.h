@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cFuzzScratch is the private folder of one fuzzing process under the temporary folder: the game's
 // log goes there, and so do the inputs that a reader can only take as a file. The folder is

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // libFuzzer target for one of the game's file readers: every input goes through the reader's check,
 // named by KMVT_FUZZ_CHECK. A broken rule is said, then aborts, so that libFuzzer keeps the input
 // as a finding.

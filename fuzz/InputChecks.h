@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The rules that every input must keep when it goes through one of the game's file readers,
 // shared by the fuzz targets and the replay test. A check returns an empty text when every rule

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Writes the fuzz targets' seed corpora from the game's own resource files into a folder:
 #   fuzz/make-seeds.sh OUT     makes OUT/map, OUT/wave, OUT/picture and OUT/replay
 # map:     the four map layers, and the walk layer on one line with tabs and with CRLF line ends.

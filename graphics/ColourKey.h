@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The colour-key rule for loaded pictures: a pixel equal to the key in all four channels becomes
 // transparent black; every other pixel, an opaque pixel of the key's colour included, stays.

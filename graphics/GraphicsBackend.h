@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // What the graphics layer needs from the platform: a 640 x 480 presentation surface, pictures
 // loaded into textures, and one primitive, a tinted, alpha-blended draw of a rectangle of a texture;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cGraphicsLayer is the game's only way to the screen: it owns the 22 textures and draws one frame
 // at a time, a menu picture or the world with its HUD, and the cursor. Drawing reads the game and

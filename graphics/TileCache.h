@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The map's three tile layers change only when a door or a box opens: cTileCache holds them drawn
 // once into two textures the size of the map, the ground with its objects (opaque) and the

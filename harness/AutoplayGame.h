@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Plays whole games of the real game without a window: through the menus (difficulty, number of
 // players, characters) to a new game, then a bot at each player's keys, or at a pad of its own,

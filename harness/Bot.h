@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // One player's bot: every frame it reads the game and chooses that player's keys. It walks the
 // route over the walk layer from the start to the boss, turns to the enemies in view and fires

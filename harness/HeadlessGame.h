@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Runs the real cGame frame by frame without a window, for tests and headless tools: scripted keys
 // and mouse, a manual clock that each frame moves on by 15 msec, a fixed calendar time, and

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The enemies' shots in flight, flown ahead frame by frame as the bullet pass flies them (until
 // they strike a wall or leave the view), so that the bot can tell which of its moves walks into

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Whether a player's shot would hit: the bullet flown ahead as the bullet pass flies it, against
 // the enemies where they stand or walking on the way they walk now, until it strikes a wall or

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The headless game an autoplay run plays in, and, when asked, a recorder around its input and
 // clock from its start, whose recording is written to a folder after the game.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // What the bot reads of the running game before it chooses one player's keys for a frame: the
 // map and the view, the player and its partner, the enemies with the way each is walking, the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The places where a player's body can stand, as the bot plans its walks: a lattice of positions
 // 8 pixels apart over the whole level, shifted so that a player of a given speed can reach its

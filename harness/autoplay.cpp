@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // kmvt_autoplay: plays the game headless with bots at the keys and prints one line per game.
 //   kmvt_autoplay [--players=1|2] [--character=tavesh|lumra] [--difficulty=1|2|3] [--frames=N]
 //                 [--games=N] [--vary] [--calendar=SECONDS] [--live-calendar] [--tap=FRAMES]

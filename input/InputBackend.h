@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // What the input layer needs from the platform: poll the keyboard and the mouse, take and give
 // back the devices, move the pointer. The SDL backend and the scripted test backend implement it.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cInputLayer owns the keyboard and the mouse and reads both once at the start of every frame.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The keyboard codes the game uses: PC scan codes (set 1), extended keys with 0x80 added.
 // The full table of keys the platform can report is in input/sdl/ScancodeMap.cpp.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cKeyboard keeps the keyboard state polled this frame and the state saved at the end of the last
 // in-game step, 256 bytes each indexed by key code, for the held and newly-pressed tests.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cMouse keeps the cursor position in 640 x 480 screen pixels and the buttons of the last poll.
 

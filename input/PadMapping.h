@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cPadMapping turns one pad's state into what the keyboard and the mouse would give: the key codes
 // of the player the pad drives (stick and d-pad to the four direction keys, the face buttons,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // One poll of a pad, whatever the platform: the sticks and triggers as signed 16-bit axes and the
 // buttons by their place on the pad (south, east, west, north), so that one mapping serves every pad.

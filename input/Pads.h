@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cPads keeps the pads plugged in, what each holds, and which player each drives, for any input
 // backend: the backend reports pads coming and going and their states, and asks for the keys,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cLog appends the failures of the running game to log.txt, in the working directory unless the
 // program points it elsewhere before its first entry. The file is emptied by the first Instance()

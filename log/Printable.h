@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Text from outside the game (file names, arguments, the platform's messages) made fit for the log
 // and the terminal: control bytes, and bytes that are not part of a printable UTF-8 character,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The game's two clocks: the millisecond tick count that times skills, alerts and end screens, and the calendar second that seeds the random draws. Tests and headless tools
 // install a clock of their own; the game installs the SDL one.

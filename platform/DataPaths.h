@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cDataPaths finds the folder that holds the game's resource tree, wherever the game was started
 // from, and puts the log where a player will look for it: beside the data when the game runs in

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The pacing clock of the real game: the system's monotonic clock, a sleep to an absolute moment
 // on it, and a short spin for the last fraction of a millisecond that the sleep may overshoot.

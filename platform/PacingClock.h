@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The clock that paces the game's steps: a monotonic count of nanoseconds and a sleep until a
 // moment on it. It is not the game's millisecond tick count, which only the game's rules read.

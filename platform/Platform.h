@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The platform the game runs on, as the three layers see it: one backend per layer, made over the
 // game's window by the entry point (SDL), or headless ones made by tests and tools; and the folder

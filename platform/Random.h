@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cRandom is the game's one pseudo-random generator: the minimal standard engine, whose sequence
 // the C++ standard fixes to the number, so that a seed draws the same numbers with every compiler,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The game's screen: the picture of 640 x 480 pixels that every platform shows, scaled or not,
 // and the part of the world that the camera shows.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cCommandLine is what the program was asked to do: play as usual (no argument), record the run,
 // play a recording in the window or check it without one, or print its help or version; and

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cSession is what the command line asked of a run in the window: nothing (the game as always),
 // a recording of the run, written when the program ends, or a replay shown in the window. A replay

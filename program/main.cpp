@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The program: reads its command line, asks about full screen, opens the window, runs the game's
 // steps on the pacing clock with a frame after them whenever the picture changed, until the window
 // closes or the player quits, then shuts everything down in order. Recording and replaying go

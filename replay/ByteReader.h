@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cByteReader reads what cByteWriter wrote, from bytes that may be truncated or hostile: every
 // read checks what is left, a varint longer than 64 bits is refused, and the first failure is

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cByteWriter builds the bytes of a replay file: raw bytes, little-endian words, and the small
 // integers that make up most of a recording as varints (7 bits a byte, low bits first), signed

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cCheckpoint is what a recording keeps of the game's state after a step: the whole state's hash,
 // and a short hash of each named part, so that a playback that went another way can say where.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cFingerprint tells in one number whether two builds compute the same game. It plays a short game
 // built into the program, on a small walled yard made in code, in which both characters, the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cRecorder records a run of the game: the game is given the recorder's input backend and clock,
 // which pass the platform's through and note every value on the tape. A step begins with the input

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cRecording is a recorded game as the replay file holds it: which game made it, whether its sound
 // device opened, the tape of everything the game read from the platform, and the checkpoints.

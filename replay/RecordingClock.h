@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cRecordingClock gives the game the platform's clock and notes on the recorder's tape every value
 // of the tick count and of the calendar second that the game read.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cRecordingInput passes the platform's input through to the game and notes on the recorder's tape
 // every poll and what it gave.

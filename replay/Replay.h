@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cReplay plays a recording back: the game is given the replay's input backend and clock, which
 // give it, step by step, what the recorded game read, in the same order. After each step the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cReplayClock gives the game the recorded values of the tick count and the calendar second while
 // the replay plays; once it stops, the platform's, the tick count shifted to go on from the last

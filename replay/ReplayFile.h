@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cReplayFile writes a recording to a file and reads it back. Reading refuses anything that is not
 // a whole recording of this format, with the reason, before a single step is played: every count

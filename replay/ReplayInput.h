@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cReplayInput gives the game the recorded polls of the keyboard and the mouse while the replay
 // plays, still polling the platform (when there is one) for the player's keys and dropping its

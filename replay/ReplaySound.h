@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cReplaySound stands between the sound layer and the platform's sound (or none) during a replay:
 // the device opens, or not, as it did in the recorded run, since the game's state remembers which;

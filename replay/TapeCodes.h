@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The tags of a recording's tape. Each entry opens with one byte: the kind in the low 3 bits and a
 // small argument in the high 5; an argument of 31 or more is written as 31 and the rest follows

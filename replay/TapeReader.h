@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cTapeReader decodes a recording's tape step by step, keeping only the running values the
 // differences apply to, so that a long recording never unfolds in memory. Check walks a whole tape

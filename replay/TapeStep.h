@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cTapeStep is one step of a recording as the game read it: whether the input layer's poll asked to
 // pause, then every read of the keyboard, the mouse and the clocks in the order the game made them,

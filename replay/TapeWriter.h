@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cTapeWriter encodes what crossed from the platform to the game, step by step, as the tape of a
 // recording: only what changed since the last read, as differences and small integers, and a run

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Runs every benchmark of the game on this machine and rewrites docs/performance.md with the
 # figures: the enemies' path search against libtcod's, one UpdateEnemies frame, the game's step
 # over twelve autoplay games, one busy Render frame on the software renderer, the frame loop on

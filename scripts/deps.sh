@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Installs the Debian packages a build needs when they are missing.
 #   scripts/deps.sh play   what building and running the game needs
 #   scripts/deps.sh test   that, plus the test suite's tools (GoogleTest, Xvfb, sanitizers, ...)

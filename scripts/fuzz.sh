@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Fuzzes the game's file readers (map layers, WAV files, pictures with the colour key, replays) with
 # libFuzzer, AddressSanitizer and UndefinedBehaviorSanitizer, each target for N seconds:
 #   scripts/fuzz.sh          60 s per target (the test command runs 45 s each)

@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Rebuilds the picture and sound generators and regenerates every picture and sound of the game
 # (all but the map's tile sheet) from code, plus the contact sheets under docs/images.
 # Usage: scripts/make-art.sh [build folder]   (default: build-art beside the repository)

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Rebuilds the level from its description, tools/level/town.txt: the four map files, tiles.png
 # and the sheet's legend in resources/map/, then the pictures of the level in docs/images/.
 # The same description always gives the same bytes.

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Mutation testing of the game's rules: makes one small change at a time to the constants and
 # comparisons of app/, world/, actors/ and ai/ (a `<` to `<=`, a `>` to `>=`, `==` to `!=`, `&&`
 # to `||`, an integer constant +1 or -1), builds the Release tests and runs them. A mutant is

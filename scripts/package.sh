@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Builds the game's Debian package with CPack and checks it with lintian:
 #   scripts/package.sh      writes build/package/kormaveth2d_<version>_<arch>.deb
 # The package follows Debian's layout for games (/usr/games/kormaveth2d, the data in

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Builds the game (Release) and starts it from the build folder, which sees ./resources. Its
 # arguments go to the game (scripts/play.sh --window); a file named there is in build/play.
 set -euo pipefail

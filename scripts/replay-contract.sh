@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # The recordings' contract: every game of tests/replays/ plays to its end, every checkpoint
 # matching, with one final state hash, and the game has one fingerprint, on each build:
 #   release    the Release build (BUILD_RELEASE, build/test by default)

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Records the games of tests/replays/ again, with the autoplay bots, in a Release build:
 #   scripts/rerecord.sh
 # Run it only after a deliberate change to the rules that alters the course of play (the replay

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Plays 200 games in a row with the autoplay bot in the build with AddressSanitizer and
 # UndefinedBehaviorSanitizer: each game a new one through the menus, every difficulty, character
 # and number of players in turn, each with a calendar second of its own. A game still running at

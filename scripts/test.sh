@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Builds and runs the whole test suite: the Release build with every test (the end-to-end runs of
 # the real game under Xvfb included), then the same suite built with AddressSanitizer and
 # UndefinedBehaviorSanitizer; then the recordings' contract on four builds, and the fuzzing.

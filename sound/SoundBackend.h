@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // What the sound layer needs from the platform: the default output opened for 16-bit stereo PCM at
 // 44,100 Hz, one playable sound per id made once from PCM samples, and play, stop and release.

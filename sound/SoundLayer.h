@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cSoundLayer plays the game's music and effects: fifteen sounds loaded at start, named by id,
 // one looping music at a time. A layer whose device could not be opened does nothing, silently.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The game's WAV reader: a canonical 44-byte header (channels, rate and bits per sample taken,
 // the data size at byte 40) and the samples from byte 44. Hostile files are refused before any

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cScene is the level: four layers of cell codes over the 60 x 75 grid (ground, objects, walk
 // codes, tiles above the actors) and the camera that follows the players along the route.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Measures the enemies' path finding and their frame:
 //   PathSearch/game-astar      the game's A* over a fixed set of 1000 start and goal cells, each
 //                              search with a fresh search object as the game makes it

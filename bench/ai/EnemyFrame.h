@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // One UpdateEnemies frame measured: the level's 24 enemies set out along the top street of the
 // town, where the boss also waits, and two players walking up and down it on a fixed round, so

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The two searches the benchmark compares on the same start and goal cells: the game's A*, run
 // as a path runs it (a fresh search object per search), and libtcod's A* with a cost function

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The walk layer the path-finding benchmark searches: the level's own when its map files are
 // there, otherwise a town of street blocks drawn here, with closed street ends that force detours.

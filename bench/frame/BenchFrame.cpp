@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Measures the frame loop over 2000 steps of an autoplay game (one player, tavesh, difficulty 2):
 // - on simulated displays whose present waits for the next refresh at 50, 60, 75 and 144 Hz, and
 //   on one whose present never waits: the steps per second of the display's time, and the hash of

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Measures the game's step (cGame::Step: the input, the menus' rules, UpdateInGame, the world's
 // animation and the music) while a game is played, over whole games played by the autoplay bots: the twelve choices of
 // players, player 1's character and difficulty, one game each. Prints the median, the 99th

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Measures the processor time the real game takes under Xvfb with nobody at the keys: answered
 # No, then left in the main menu, on the pause screen or in a game of one player standing still;
 # prints the share of one core it used.

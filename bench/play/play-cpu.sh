@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # The share of one core a game in play takes under Xvfb (1280 x 1024), side by side in one run:
 # this game (a game of one player nobody plays, on the renderer SDL picks by default) and
 # Chocolate Doom playing its demo loop in a 640 x 480 window, each alone on the machine in turn.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Measures one whole frame of the running game's drawing on SDL's software renderer into an
 // off-screen surface: a busy view with 24 enemies, shots, explosions, items and both HUDs, over
 // the level's map and over a map that draws all three tile layers in every cell; the level's map

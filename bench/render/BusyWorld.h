@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // A busy frame of play for measuring and looking at the world's drawing: two players with both
 // HUDs, 24 enemies in view (those that see tavesh with the exclamation over them), shots in

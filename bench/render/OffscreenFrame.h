@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The game's drawing on SDL's software renderer into a 640 x 480 surface of its own: no window,
 // no display. For the renderer's benchmark and for snapshots of a frame as a PNG.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Draws the busy frame of the renderer's benchmark over the level's map and saves it as a PNG,
 // to look at what the world's drawing puts on the screen.
 //   render-snapshot OUTPUT.png [FOLDER]     FOLDER holds resources/ (the working directory by default)

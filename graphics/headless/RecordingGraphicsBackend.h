@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Drawing for tests and headless tools: nothing reaches a screen; every draw of the last frame is
 // kept in order, with the file its texture came from and the texture it went into. Textures to draw

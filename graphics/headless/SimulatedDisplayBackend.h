@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // A display for benchmarks: the drawing is recorded as by the recording backend, and presenting a
 // frame waits, on a simulated pacing clock, for the display's next refresh, as a present with vsync

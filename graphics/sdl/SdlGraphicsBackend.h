@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The drawing over SDL's 2-D renderer: the game's window (accelerated with vsync where the machine
 // has a graphics card, SDL's software renderer otherwise, OpenGL drawn by the processor included)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Input for tests and headless tools: the keys, the mouse and the pads are whatever the script set
 // last. Scripted pads go through the same mapping and seats as real ones.

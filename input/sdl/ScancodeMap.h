@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The PC keyboard's keys as SDL reports them, mapped to the game's key codes (scan code set 1,
 // extended keys with 0x80 added), so that every key of a PC keyboard has its code.

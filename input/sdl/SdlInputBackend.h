@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The keyboard and the mouse over SDL: the keyboard state mapped to the game's key codes, the
 // pointer's position mapped to the 640 x 480 screen. A window without the focus reports no key held.

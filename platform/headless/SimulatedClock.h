@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // A pacing clock for tests and benchmarks: time stands still until someone moves it. Sleeping
 // jumps to the moment; a simulated display's present moves it to its next refresh.

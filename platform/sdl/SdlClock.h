@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The game's clocks over SDL: the tick count from SDL's millisecond timer.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The game's window over SDL: asks whether to play full screen, opens the window at the largest
 // whole-number scale of 640 x 480 that fits the desktop (or full screen with the 4:3 picture

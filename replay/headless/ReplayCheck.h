@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cReplayCheck plays a recording without a window or sound, as fast as it goes, comparing every
 // checkpoint: what --verify runs, and the replay tests.

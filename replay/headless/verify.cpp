@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // kmvt_verify: checks recordings as `kormaveth2d --replay FILE --verify` does, without SDL, a
 // window or sound, so that it builds for any processor and runs where the game cannot.
 //   kmvt_verify FILE...      plays each recording, prints its outcome and its final state hash;

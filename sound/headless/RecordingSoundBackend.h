@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Sound for tests and headless tools: nothing is heard; every play and stop is recorded in order
 // with its id, loop flag and volume, so that a test can check what the game asked for.

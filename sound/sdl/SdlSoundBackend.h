@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Sound over SDL2_mixer: the default output at 44,100 Hz, 16-bit stereo, one mixer channel per
 // sound id so that a sound restarts instead of doubling, every sound converted once at load.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Bullets: flight with the view test, the enemy's turn, the hit and damage rule, and the hit pass
 // with its order, kills, drops and the victory. Impacts on walls play out in the recorded games.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The player and enemy objects: firing cadence, skill energy on the clock, and the sprite frame
 // with its walk animation.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Items and explosions: who takes what, one item per player and frame, the effects, and the
 // explosions' animation (their removal plays out in the recorded games).
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The player step on small maps: movement axis by axis, firing and its sounds, the skill key,
 // the use key on doors and boxes, and reviving a partner.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Where a character, item, explosion or bullet stands, as "(x, y)": a comparison that reads well
 // when it fails. A bullet's float position is written to six digits.

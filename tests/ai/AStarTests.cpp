@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The enemies' A* search on small hand-drawn maps. Every expected route below was worked out on
 // paper from the search's rules: neighbours row by row from the top-left, costs 10 and 14,
 // 10 x Manhattan to the target, ties rising in the heap, the stop when the target is first opened.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What enemies do beyond their tables: shots in a chase, aim, the boss's wander and burst, the
 // two-player frame and the game's pass over its enemies. The chase's cadence (a shot every 80
 // frames, a new plan every 8) and paths asked for play out in the recorded games.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Open ground for the enemy tests: a soldier facing right with tavesh and lumra 200 pixels ahead,
 // the bullets fired and the game's frame for one enemy, with small readers of positions and shots.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A path walking a mover from corner to corner: frames per cell, turns at corners, re-planning
 // towards a new destination, and the ends of a path.
 

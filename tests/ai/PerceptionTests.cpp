@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How enemies notice players and what each alert state does: the distance bands, the field of
 // view of each facing, the line of sight over the walk layer, and the tables of the regular
 // enemies and of the boss, driven by placing players and running the enemy's frames. A regular

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The bot playing the real game on tiny maps: it turns to a soldier in its row and shoots it
 // down, it steps out of a shot coming at it, and it revives its partner from a cell away from the
 // door that lumra would otherwise open; and it wins the real level with every door closed.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The bot's planning pieces on tiny maps: the lattice of body positions and its moves, the
 // distance fields, the enemy shots flown ahead against a walking body, and the player's lines of
 // fire.

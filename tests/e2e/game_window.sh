@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 # The game's window under Xvfb, for the end-to-end scripts (sourced; the caller defines fail).
 # A machine busy with other work can make the game slow to start, to draw or to end: every wait
 # polls with a generous limit (E2E_WAIT seconds) instead of sleeping for a time that may be too short.

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Records a short game in the real window under Xvfb and plays it back, checking that the state
 # hash at the end is the same in all three runs:
 #   replay_game.sh GAME RESOURCES ARTEFACTS

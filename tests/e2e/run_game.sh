@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Runs the real game under Xvfb and checks what a player would see:
 #   run_game.sh GAME SCENARIO RESOURCES ARTEFACTS
 # sigterm:    answer the full-screen question with No, find the 640 x 480 window titled

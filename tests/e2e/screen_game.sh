@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Full screen and the window in the real game under Xvfb (1280 x 1024) with a window manager:
 #   screen_game.sh GAME SCENARIO RESOURCES ARTEFACTS
 # fullscreen, window: GAME --SCENARIO must open no question and a window of that shape at once:

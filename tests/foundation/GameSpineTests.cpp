@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The game's start, pacing and shut-down: the layers' set-up order and failures, the steps' deadline
 // and what a late frame does to it, and the state changes that need no level.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Keyboard and mouse: a key pressed while no state is saved, the cursor following the platform,
 // and failed reads with their log lines. The skill key's tests drive the newly pressed test in play.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The error log: emptied at every start, one entry per line, three-line error blocks, long entries
 // cut, control bytes escaped, and a log that cannot be written never stops the game: its entries go
 // to standard error.

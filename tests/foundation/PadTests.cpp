@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Pads without any device: the mapping of one pad's controls to a player's keys, the cursor's step,
 // which pad drives which player as pads come and go, and a scripted pad in the real game.
 

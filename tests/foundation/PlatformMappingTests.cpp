@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The SDL side's pure rules: every PC key has its own code, and the window's whole-number scale.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The generator's sequence is the one the C++ standard fixes for the minimal standard engine,
 // whatever the C library: a recording's draws are the same on every build.
 

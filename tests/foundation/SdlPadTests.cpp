@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The real SDL input backend under the real game, with SDL's virtual game controllers and the
 // dummy video driver, no hardware: pads plugged in and out at any moment, their keys as the game
 // reads them, which pad drives which player, the pause when a pad in use goes or the window is left,

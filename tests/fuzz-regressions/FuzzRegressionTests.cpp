@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the fuzz targets found, kept as files beside this test (map/, wave/, picture/), replayed
 // through the checks the targets run; with them the game's resource files, from which the fuzz
 // corpora are seeded, and hostile inputs made here, so that the harness itself stays tested.

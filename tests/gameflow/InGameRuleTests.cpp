@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Rules of the in-game step at their edges: the keys' decoding, the heartbeat's threshold, the
 // skill key's edge, a two-player game with player 1 down, the shots heard within 300 pixels and the
 // boss that ignores them while strong, the frames of the defeat and of the victory, and the music

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The menus driven with the mouse through the real game: a tour of the screens, the click
 // that is a press and a release, the entries' edges, the cursor kept on the screen, pause, and the
 // victory screen's first frame.

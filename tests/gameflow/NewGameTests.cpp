@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Starting a game from the menus on the real level: the players, the speed item and the 24 enemies
 // in their fixed order and strength, the first update in the click's frame, two games alike, and a
 // map that cannot be read keeping the game in the main menu.

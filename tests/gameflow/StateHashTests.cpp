@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The state fingerprint: each change to the game lands in the part that holds it and in the total,
 // and nothing else moves it.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The step and the frame apart: a frame drawn twice leaves the game as it was and shows the same
 // picture; which of the world's pictures a step moves on in each screen; and the frames an idle
 // screen saves.

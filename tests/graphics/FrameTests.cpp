@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What each game state draws: a menu picture with the cursor on top, the world in its order, or
 // the world under an end-screen picture; and what missing pictures and a failed device leave.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The running game's world for one test, and a frame of it drawn through the recording backend,
 // which keeps every draw of the last frame with its picture's path, source rectangle, position

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What reaches the screen, pixel by pixel, on SDL's software renderer drawing into an off-screen
 // surface from tiny pictures made here.
 

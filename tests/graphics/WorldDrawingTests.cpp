@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The world as recorded draws: the tile layers' cells and codes, the actors in and out of view, the
 // HUD's layouts, and the enemies' alert icons as their own perception moves them on an open floor.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Finding the game's data from anywhere: which folder wins the search, and where the log goes
 // when the game does not run in its data folder.
 

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Starts an installed game the way a desktop menu does and checks what a player would find:
 #   run_installed.sh GAME ARTEFACTS
 # GAME is the installed executable (under a DESTDIR, or /usr/games/kormaveth2d of the package).

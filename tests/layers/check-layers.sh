@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # The game's layers, checked on every #include of its folders. LAYERS lists the folders from the
 # bottom up, each with the folders below it that it may include; a folder may always include
 # itself, and may list only folders on the lines above its own, so no arrow ever points back up.

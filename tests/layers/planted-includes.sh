@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # The layer check against includes planted in a small tree made here: each case plants one file
 # and expects the check to pass, or to fail with the complaint that names the file.
 #   planted-includes.sh CHECK_SCRIPT

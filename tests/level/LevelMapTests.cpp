@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The level as it ships: the four map files, the tile sheet and its legend, checked against
 // what the game's constants expect of them. The start cells, the boxes, the camera zones, the
 // entrance of the final area, the boss's area, the hall and its roof, the doors, the route from

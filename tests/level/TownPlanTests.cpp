@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The level tool: how the town's description is read, how a cell's contents become its walk
 // code and tiles, and that the map shipped in resources/map/ is exactly what the description
 // in tools/level/town.txt gives.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The command line: each accepted form and what it asks for; everything else is wrong, with the
 // reason on the usage line.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The fingerprint: the same number on every call, whatever the game around it is doing, and one
 // that moves with the random draws of its built-in game.
 

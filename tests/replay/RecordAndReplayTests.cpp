@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Recording and playback of a real game, headless: a scripted run through the menus into play
 // replays exactly; a replay that goes another way stops at the first checkpoint that disagrees and
 // names the part; once a replay ends, the player's own keys and clock take over.

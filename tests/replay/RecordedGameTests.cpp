@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Every recorded game under tests/replays/ plays back exactly: each of its steps reads what the
 // recorded game read, and the state agrees with every checkpoint. A change to the rules that alters
 // the course of a game fails here, naming the file, the first step that went another way and the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The replay file: a recording comes back whole, and every broken file is refused with its reason,
 // whatever byte it stops at, without a giant allocation.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The tape: every kind of read comes back as it went in, whatever its size or sign, and a run of
 // unchanging steps costs one repeat count.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The menu pictures against the clickable entries: every screen is the shared town backdrop plus
 // labels inside the entries that do something on that screen, writing in the title area at the
 // top and in the side panel on the right, and nothing else.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // A picture of the resource tree read the way the game's loader reads it (SDL2_image), as
 // 32-bit ARGB pixels, with the small queries the resource tests ask of it.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The game's pictures as its drawing uses them: sizes, transparency, the cursor's colour key, the
 // character sheet's bands and rows, the HUD bars and the window icon.
 

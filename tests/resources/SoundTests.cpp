@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The fifteen sounds read with the game's own WAV reader: formats the output takes, lengths that
 // fit each use, peaks below -1 dBFS without clipping, and effects that start and end in silence.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Counts the program's C++ allocations: linked into a test program, it replaces the global
 // operator new and delete, so that a test can show a step allocates nothing, or nothing large.

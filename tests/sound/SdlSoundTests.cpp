@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The sound layer on SDL_mixer, run on SDL's dummy audio driver: the output's format, sounds of
 // every shipped format converted at load, one mixer channel per id, volumes, restart and stop,
 // release, a driver that cannot open, and no allocation while the game plays.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The sound layer over a recording backend: loading the fifteen sounds and stopping at a bad one,
 // the music switch, volumes per id, failures of the device and the silent layer.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The game's WAV reader on files written here: every format the output takes, a layout other than
 // the canonical one read as if it were canonical, and files it must refuse without misbehaving.
 

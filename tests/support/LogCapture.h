@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Points the game's log at a file of its own for one test and reads back what was written; the log
 // goes back to ./log.txt afterwards.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // A running game on a test map: the headless game (manual clock, fixed calendar second, recorded
 // drawing) with a recording sound backend, set up on the given scene with empty lists and in the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Tiny hand-made maps for tests: a walk layer drawn as text, one character per cell, laid on
 // the grid at any cell; everything outside the picture is wall.

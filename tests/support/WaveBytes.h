@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // WAV files built byte by byte for the sound and fuzz tests: the canonical layout, or one whose "fmt "
 // chunk is longer than 16 bytes, with sample bytes that differ from their neighbours so that a

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The seven-zone camera: which player it follows, each zone's rule, the vertical bound by the
 // other player, the pull of the players into the view and the lock of the final area.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The map files, the walk test, doors and boxes, on small maps made here.
 
 #include <gtest/gtest.h>

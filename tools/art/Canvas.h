@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cCanvas is a picture being drawn by the art tool: 32-bit ARGB pixels, simple painting
 // operations and the PNG export through SDL2_image.

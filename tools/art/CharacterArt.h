@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The character sheet: five bands of 96 pixels (tavesh, lumra, soldier, machine-gunner, boss),
 // three walk columns, the rows facing down, left, right and up, the two heroes' skill rows and

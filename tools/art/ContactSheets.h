@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Contact sheets: the generated pictures enlarged on ground-like backgrounds, for people to look at.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cFigure paints a character seen from above in its own frame of reference: a = forward along
 // the facing, b = towards the character's right hand. The same description of a body therefore

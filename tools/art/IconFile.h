@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The window icon file: a Windows ICO container holding uncompressed 32-bit images with their
 // transparency masks, the form every ICO reader understands.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // A mock frame of play for the contact sheets: the start of the level with the map's own tiles,
 // the characters, items, shots, an explosion, alert icons and the HUD drawn where the game draws

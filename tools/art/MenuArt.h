@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The menu screens and the two end-screen overlays, all on one town backdrop in one style.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Where things go on the menu pictures. The game clicks on five fixed entry rectangles stacked in
 // one column; a label may only be drawn inside the entry it names, the rest of the column shows

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The game's one palette (the 32-colour DB32 set): every picture the art tool makes uses only
 // these colours, with alpha reserved for shadows, glows and the end-screen overlays.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The small pictures of the running game: items, bullets, explosions, the HUD bar colours, the
 // enemies' alert icons and the mouse cursor.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Painting helpers shared by the small sprites: shaded boxes and discs lit from the top-left,
 // pixel glyphs, and the finishing pass that adds the dark outline and the soft drop shadow.

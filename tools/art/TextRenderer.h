@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cTextRenderer writes text into canvases with a DejaVu font, without anti-aliasing, so that the
 // letters keep to the palette like the rest of the pictures.

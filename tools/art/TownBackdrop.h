@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The shared background of every menu screen: the town at night seen from above, rain-washed,
 // blurred and darkened so that the writing stands out, dithered into the palette.

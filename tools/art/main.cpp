@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // kmvt_art: draws every picture of the game into a resource tree.
 // Usage: kmvt_art <repository root>. Writes resources/menu,
 // resources/sprites and resources/icon, the menu background the resource tests compare with,

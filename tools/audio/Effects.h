@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The twelve sound effects: short, a fast attack and a clean tail, each ending in silence.
 // The heartbeat is one second long and loops.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The three music loops, composed in code as chip-style parts (square lead, triangle or square
 // bass, noise drums) with a little echo, each cut on a bar line so its end meets its start.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The building blocks of every sound: oscillators, a deterministic noise source, envelopes and
 // simple filters, all working on mono float samples at one sample rate.

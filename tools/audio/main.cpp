@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // kmvt_audio: synthesises the game's fifteen sounds into resources/audio.
 // Usage: kmvt_audio <repository root>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The ground tiles of the base layer: asphalt with lane marks and crossings, sidewalks with their
 // curbs, the courtyard's flagstones and runner, wooden floors, grass, dirt and parking lots, each

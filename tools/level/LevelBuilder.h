@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cLevelBuilder turns the town plan into the level's four layers and its tile sheet: it picks
 // every cell's ground, object and over tile (joining walls and fences to their neighbours,

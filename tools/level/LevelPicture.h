@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cLevelPicture draws the level the way the game does: for every cell the ground tile (a code
 // of 0 as tile 1), then the object tile, then the tile above the actors, roofs of the indoor

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // kmvt_level: builds the level from the town's description.
 // Usage, from the repository's root: kmvt_level [town description] [map folder]
 // (defaults tools/level/town.txt and resources/map/). Writes the four map files, tiles.png and

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The tiles of the object layer: what stands on a cell and blocks the way. Walls seen from above,
 // fences and hedges that join their neighbours, the doors only lumra opens, the crate that opens,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The tiles of the over layer, drawn above the players: roofs (flat with a parapet, pitched clay
 // or slate, corrugated metal), tree canopies that players walk under, and the warm light of the

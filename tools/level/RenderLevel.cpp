@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // kmvt_level_render: pictures the level as the game draws it, for the documentation.
 // Usage, from the repository's root: kmvt_level_render [picture folder] (default docs/images/).
 // Reads the four map files and tiles.png through the game's scene, and writes level-full.png (a

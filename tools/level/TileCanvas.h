@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cTileCanvas holds the pixels of a tile, or of a thing several cells large, while the level tool
 // paints it: 32-bit ARGB, painted with the colours of the game's palette only. Shading steps

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cTileSheet is the tile sheet being made: each distinct tile is painted once, the first time a
 // cell asks for it, and gets the next tile number (1 at the top of the sheet). The sheet also

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // What the town description says about one cell of the level, before any tile is chosen: the
 // ground, the thing standing on it and what covers it from above.

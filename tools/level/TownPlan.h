@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cTownPlan reads the town's description (a text file of painting commands over the grid:
 // streets, blocks, buildings, doors, boxes, cover, trees, cars) into one sTownCell per cell.
