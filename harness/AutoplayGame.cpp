@@ -64,6 +64,7 @@ const char *DescribeOutcome( eOutcome outcome ) {
 
 bool cAutoplayGame::Play( const cGameSetup &setup, cGameResult &result ) {
 	result = cGameResult();
+	settleFrames = MENU_FRAMES + setup.inputDelay;
 	headless.GetInput().ReleaseAllKeys();
 	PlugPads( setup );
 	bool played = gameState == STATE_MAIN_MENU && ChooseDifficulty( setup.difficulty );
@@ -81,7 +82,7 @@ bool cAutoplayGame::Play( const cGameSetup &setup, cGameResult &result ) {
 
 bool cAutoplayGame::ClickEntry( int entry ) {
 	const cRect &rect = MENU_ENTRIES[entry - 1];
-	return ClickAt( ( rect.left + rect.right ) / 2, ( rect.top + rect.bottom ) / 2 ) && headless.Frames( MENU_FRAMES );
+	return ClickAt( ( rect.left + rect.right ) / 2, ( rect.top + rect.bottom ) / 2 ) && headless.Frames( settleFrames );
 }
 
 bool cAutoplayGame::ClickAt( int32_t x, int32_t y ) {
@@ -155,7 +156,7 @@ bool cAutoplayGame::StartGame( const cGameSetup &setup ) {
 		return false;
 	}
 	const cRect &rect = MENU_ENTRIES[ENTRY_FIRST_CHARACTER + setup.character - 1];
-	if ( !ClickAt( ( rect.left + rect.right ) / 2, ( rect.top + rect.bottom ) / 2 ) ) {
+	if ( !ClickAt( ( rect.left + rect.right ) / 2, ( rect.top + rect.bottom ) / 2 ) || !headless.Frames( setup.inputDelay ) ) {
 		return false;
 	}
 	const cScene *scene = headless.GetGame().GetScene();
@@ -177,6 +178,9 @@ void cAutoplayGame::RunPlay( const cGameSetup &setup, cGameResult &result ) {
 	const uint32_t startTick = headless.GetClock().GetTickCount();
 	while ( gameState == STATE_PLAYING && result.frames < setup.frameLimit ) {
 		for ( size_t player = 0; player < bots.size(); player++ ) {
+			if ( setup.localPlayer >= 0 && static_cast<int>( player ) != setup.localPlayer ) {
+				continue;
+			}
 			const cBotKeys keys = bots[player]->Think( headless.GetGame() );
 			if ( onPads ) {
 				PressBotPad( headless, static_cast<int>( player ), keys );
@@ -284,7 +288,7 @@ bool cAutoplayGame::ReturnToMenu() {
 	const bool going = headless.Frame();
 	input.SetKey( KEY_ESCAPE, false );
 	input.SetPad( GetPadId( 0 ), cPadState() );
-	if ( !going || !headless.Frames( MENU_FRAMES ) ) {
+	if ( !going || !headless.Frames( settleFrames ) ) {
 		return false;
 	}
 	if ( playing && ( gameState != STATE_PAUSE || !ClickEntry( ENTRY_BACK ) ) ) {

@@ -5,6 +5,8 @@
 #include <cstdio>
 
 #include "app/Game.h"
+#include "log/Log.h"
+#include "net/DataHash.h"
 #include "net/Packet.h"
 
 namespace {
@@ -15,6 +17,19 @@ std::string Hex( uint64_t value ) {
 	return text;
 }
 
+}
+
+cHello cHandshake::MakeHello( const std::string &version, const std::string &dataRoot, uint64_t fingerprint,
+								uint32_t delay ) {
+	cHello hello;
+	hello.protocol = PROTOCOL;
+	hello.version = version;
+	hello.fingerprint = fingerprint;
+	hello.delay = delay;
+	if ( !HashGameData( dataRoot, hello.dataHash ) ) {
+		cLog::Write( ( "Not every file of the game's data under " + dataRoot + " could be read" ).c_str() );
+	}
+	return hello;
 }
 
 std::string cHandshake::Compare( const cHello &own, const cHello &partner ) {
@@ -40,6 +55,6 @@ uint32_t cHandshake::ChooseDelay( uint32_t hostAsked, uint32_t partnerAsked, uin
 	if ( hostAsked > 0 || partnerAsked > 0 ) {
 		return hostAsked > 0 ? hostAsked : partnerAsked;
 	}
-	const uint32_t steps = roundTripMsec / cGame::FRAME_TIME + 2;
+	const uint32_t steps = roundTripMsec / cGame::FRAME_TIME + 1;
 	return std::min( steps, cPacket::MAX_DELAY );
 }

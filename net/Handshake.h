@@ -12,11 +12,14 @@
 class cHandshake {
 public:
 	static constexpr uint64_t PROTOCOL = 1;
-	static constexpr uint32_t DEFAULT_DELAY = 4;		// steps, when no round trip could be measured
 
+	// This machine: the game's version, the hash of the data under dataRoot, the build's
+	// determinism fingerprint and the delay asked for (0: measure it).
+	static cHello		MakeHello( const std::string &version, const std::string &dataRoot, uint64_t fingerprint,
+								   uint32_t delay );
 	// An empty text when the two machines can play together; otherwise the refusal line.
 	static std::string	Compare( const cHello &own, const cHello &partner );
 	// The host's --delay, else the partner's, else the least delay whose steps outlast the round
-	// trip by a step (a packet waits up to a step to be read).
+	// trip as measured between two steps' reads of the link, which holds the wait for the read.
 	static uint32_t		ChooseDelay( uint32_t hostAsked, uint32_t partnerAsked, uint32_t roundTripMsec );
 };

@@ -11,6 +11,8 @@
 
 class cLink {
 public:
+	static constexpr uint16_t DEFAULT_PORT = 27460;		// UDP, the host's
+
 	enum eChannel { RELIABLE, UNRELIABLE };
 	enum eEventKind { NOTHING, CONNECTED, RECEIVED, DISCONNECTED };
 

@@ -339,7 +339,7 @@ void cNetSession::SaveRecording( const std::string &path ) {
 	std::fflush( stdout );
 }
 
-void cNetSession::Close( cGame &game ) {
+void cNetSession::Close( const cGame &game ) {
 	if ( phase == ALONE || phase == ENDED ) {
 		return;
 	}

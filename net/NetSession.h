@@ -57,7 +57,7 @@ public:
 	// False when this machine's player quit the program.
 	bool				Step( cGame &game );
 	// The program ends: the partner is told, the recording written.
-	void				Close( cGame &game );
+	void				Close( const cGame &game );
 
 	ePhase				GetPhase() const { return phase; }
 	bool				IsOnline() const { return phase == ONLINE; }

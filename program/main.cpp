@@ -17,6 +17,8 @@
 #include "graphics/sdl/SdlGraphicsBackend.h"
 #include "input/sdl/SdlInputBackend.h"
 #include "log/Log.h"
+#include "net/Handshake.h"
+#include "net/enet/EnetLink.h"
 #include "platform/DataPaths.h"
 #include "platform/MonotonicClock.h"
 #include "platform/Platform.h"
@@ -24,8 +26,10 @@
 #include "platform/sdl/SdlWindow.h"
 #include "program/CommandLine.h"
 #include "program/Session.h"
+#include "program/WaitingPicture.h"
 #include "replay/headless/ReplayCheck.h"
 #include "sound/sdl/SdlSoundBackend.h"
+#include "Version.h"
 
 namespace {
 
@@ -44,8 +48,8 @@ bool CreateMainWindow( cSdlWindow &window, bool &fullscreen ) {
 // have spoilt or hidden the picture asks for a frame.
 class cWindowFrames : public cFrameClient {
 public:
-	cWindowFrames( const cSdlWindow &window, cSdlInputBackend &input, cSession &session )
-		: window( window ), input( input ), session( session ) {}
+	cWindowFrames( const cSdlWindow &window, cSdlInputBackend &input, cSession &session, cWaitingPicture &waiting )
+		: window( window ), input( input ), session( session ), waiting( waiting ) {}
 
 	bool HandleEvents() override {
 		SDL_Event event;
@@ -63,7 +67,8 @@ public:
 	bool Step() override { return session.Step( game ); }
 	bool IsFrameWanted() override {
 		const Uint32 unseen = SDL_WINDOW_HIDDEN | SDL_WINDOW_MINIMIZED;
-		return ( SDL_GetWindowFlags( window.GetWindow() ) & unseen ) == 0 && picture.IsChanged( game );
+		const bool waitingChanged = waiting.Show( session.IsWaitingForPartner() );
+		return ( SDL_GetWindowFlags( window.GetWindow() ) & unseen ) == 0 && ( picture.IsChanged( game ) || waitingChanged );
 	}
 	void DrawFrame() override {
 		game.RenderFrame();
@@ -74,6 +79,7 @@ private:
 	const cSdlWindow &	window;
 	cSdlInputBackend &	input;
 	cSession &			session;
+	cWaitingPicture &	waiting;
 	cFramePicture		picture;
 };
 
@@ -96,6 +102,22 @@ std::string FindData() {
 	return dataPaths.GetRoot();
 }
 
+// --host and --join: the link to the partner, and who this machine is. A link that cannot open
+// leaves the game alone, with the line on the terminal and in the log.
+void OpenOnline( const cCommandLine &line, cEnetLink &link, cSession &session, const std::string &dataRoot,
+				 cPacingClock &time ) {
+	std::string why;
+	const bool opened = line.online == cCommandLine::HOST ? link.Host( line.port, why ) : link.Join( line.partner, line.port, why );
+	if ( !opened ) {
+		const std::string text = "No online game: " + why;
+		cLog::Write( text.c_str() );
+		std::fprintf( stderr, "%s\n", text.c_str() );
+		return;
+	}
+	const uint64_t fingerprint = 0;		// the build's determinism fingerprint
+	session.OpenOnline( line, link, cHandshake::MakeHello( KMVT_VERSION, dataRoot, fingerprint, line.delay ), time );
+}
+
 void RunGame( const cCommandLine &line, cClock &clock ) {
 	const std::string dataRoot = FindData();
 	cSdlWindow window( dataRoot );
@@ -105,25 +127,30 @@ void RunGame( const cCommandLine &line, cClock &clock ) {
 		return;
 	}
 	cSdlGraphicsBackend graphics( window );
+	cWaitingPicture waiting( graphics, dataRoot );
 	cSdlInputBackend input( window );
 	cSdlSoundBackend sound;
+	cMonotonicClock pacing;
+	cEnetLink link;
 	cSession session;
 	std::string error;
 	if ( !session.Open( line, input, &sound, clock, error ) ) {
 		std::fprintf( stderr, "%s\n", error.c_str() );
 	}
+	if ( line.online != cCommandLine::ALONE ) {
+		OpenOnline( line, link, session, dataRoot, pacing );
+	}
 	SetClock( &session.GetClock() );
 	cPlatform platform;
-	platform.graphics = &graphics;
+	platform.graphics = &waiting;
 	platform.input = &session.GetInput();
 	platform.sound = session.GetSound();
 	platform.dataRoot = dataRoot;
 	session.Watch( game );
 	if ( game.Init( platform, fullscreen ) ) {
 		StartPads();
-		cMonotonicClock pacing;
 		cFrameLoop loop( pacing );
-		cWindowFrames frames( window, input, session );
+		cWindowFrames frames( window, input, session, waiting );
 		loop.Run( frames );
 	}
 	if ( !session.Close( error ) ) {

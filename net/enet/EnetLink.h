@@ -17,7 +17,6 @@ typedef struct _ENetPeer ENetPeer;
 
 class cEnetLink : public cLink {
 public:
-	static constexpr uint16_t DEFAULT_PORT = 27460;
 	static constexpr size_t	MAX_PACKET = 4096;				// bytes
 	static constexpr size_t	MAX_WAITING = 64 * 1024;		// bytes
 	static constexpr uint32_t TIMEOUT = 20000;				// msec: the game's own 10 s comes first
