@@ -4,7 +4,7 @@
 
 #include "actors/ActorTypes.h"
 #include "actors/Bullet.h"
-#include "app/GameState.h"
+#include "actors/GameState.h"
 #include "platform/Clock.h"
 #include "world/Grid.h"
 #include "world/Scene.h"

@@ -1,7 +1,7 @@
 #include "app/FramePicture.h"
 
+#include "actors/GameState.h"
 #include "app/Game.h"
-#include "app/GameState.h"
 
 bool cFramePicture::IsChanged( const cGame &game ) const {
 	if ( !known || ShowsWorld( gameState ) || gameState != state ) {

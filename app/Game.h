@@ -2,9 +2,9 @@
 // cGame owns everything the program has: the three device layers, the options, and the running
 // game's scene and lists. Its step (Step) reads the input, processes it and moves every animation
 // on; its drawing (RenderFrame) shows the step's result and changes nothing.
-// The operations are spread over several files by subject: Game.cpp (start, step, drawing and
-// shut-down), Menus.cpp, NewGame.cpp, InGameUpdate.cpp, actors/PlayerStep.cpp,
-// actors/BulletPasses.cpp, actors/ItemPasses.cpp, actors/WorldAnimation.cpp, ai/EnemiesUpdate.cpp.
+// The operations are spread over the files of this folder by subject: Game.cpp (start, step,
+// drawing and shut-down), Menus.cpp, NewGame.cpp, InGameUpdate.cpp, PlayerStep.cpp,
+// EnemiesUpdate.cpp, BulletPasses.cpp and ItemPasses.cpp.
 
 #include <cstdint>
 #include <memory>

@@ -5,10 +5,10 @@
 
 #include "actors/Bullet.h"
 #include "actors/Explosion.h"
+#include "actors/GameState.h"
 #include "actors/Item.h"
 #include "actors/Player.h"
 #include "ai/Enemy.h"
-#include "app/GameState.h"
 #include "platform/Clock.h"
 #include "sound/SoundIds.h"
 #include "world/Grid.h"

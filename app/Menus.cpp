@@ -3,7 +3,7 @@
 #include "actors/ActorTypes.h"
 #include "actors/Character.h"
 #include "actors/Explosion.h"
-#include "app/GameState.h"
+#include "actors/GameState.h"
 #include "app/MenuEntries.h"
 #include "input/KeyCodes.h"
 #include "platform/Clock.h"

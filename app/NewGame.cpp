@@ -3,10 +3,10 @@
 #include "actors/ActorTypes.h"
 #include "actors/Bullet.h"
 #include "actors/Explosion.h"
+#include "actors/GameState.h"
 #include "actors/Item.h"
 #include "actors/Player.h"
 #include "ai/Enemy.h"
-#include "app/GameState.h"
 #include "log/Log.h"
 #include "world/Scene.h"
 

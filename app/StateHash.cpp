@@ -4,12 +4,12 @@
 
 #include "actors/Bullet.h"
 #include "actors/Explosion.h"
+#include "actors/GameState.h"
 #include "actors/Item.h"
 #include "actors/Player.h"
 #include "ai/AStar.h"
 #include "ai/Enemy.h"
 #include "app/Game.h"
-#include "app/GameState.h"
 #include "sound/SoundIds.h"
 #include "world/Grid.h"
 #include "world/Scene.h"

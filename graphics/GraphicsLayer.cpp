@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "app/GameState.h"
+#include "actors/GameState.h"
 #include "graphics/GraphicsBackend.h"
 #include "log/Log.h"
 #include "world/Grid.h"

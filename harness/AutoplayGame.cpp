@@ -7,9 +7,9 @@
 #include <memory>
 #include <numeric>
 
+#include "actors/GameState.h"
 #include "actors/Player.h"
 #include "app/Game.h"
-#include "app/GameState.h"
 #include "app/MenuEntries.h"
 #include "input/KeyCodes.h"
 #include "input/PadState.h"

@@ -1,6 +1,6 @@
 #include "harness/HeadlessGame.h"
 
-#include "app/GameState.h"
+#include "actors/GameState.h"
 #include "platform/Platform.h"
 
 cHeadlessGame::cHeadlessGame( cSoundBackend *soundBackend, cGraphicsBackend *graphicsBackend )

@@ -37,7 +37,7 @@ extern "C" size_t __sanitizer_get_current_allocated_bytes();
 #include "harness/RecordedGame.h"
 #include "actors/Player.h"
 #include "ai/Enemy.h"
-#include "app/GameState.h"
+#include "actors/GameState.h"
 #include "world/Scene.h"
 #include "harness/HeadlessGame.h"
 #include "Version.h"

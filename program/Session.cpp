@@ -3,9 +3,9 @@
 #include <cinttypes>
 #include <cstdio>
 
+#include "actors/GameState.h"
 #include "app/Game.h"
 #include "app/StateHash.h"
-#include "app/GameState.h"
 #include "input/KeyCodes.h"
 #include "net/NetSession.h"
 #include "replay/GameStep.h"

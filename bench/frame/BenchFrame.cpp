@@ -25,7 +25,7 @@
 #include "app/FrameClient.h"
 #include "app/FrameLoop.h"
 #include "app/FramePicture.h"
-#include "app/GameState.h"
+#include "actors/GameState.h"
 #include "app/MenuEntries.h"
 #include "app/StateHash.h"
 #include "graphics/headless/SimulatedDisplayBackend.h"

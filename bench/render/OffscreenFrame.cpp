@@ -5,7 +5,7 @@
 #include <cstdio>
 
 #include "BusyWorld.h"
-#include "app/GameState.h"
+#include "actors/GameState.h"
 #include "world/Grid.h"
 #include "world/Scene.h"
 

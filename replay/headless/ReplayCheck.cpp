@@ -3,8 +3,8 @@
 #include <cinttypes>
 #include <cstdio>
 
+#include "actors/GameState.h"
 #include "app/Game.h"
-#include "app/GameState.h"
 #include "app/StateHash.h"
 #include "graphics/headless/RecordingGraphicsBackend.h"
 #include "platform/Clock.h"

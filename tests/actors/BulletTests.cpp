@@ -11,10 +11,10 @@
 #include "Where.h"
 #include "actors/Bullet.h"
 #include "actors/Explosion.h"
+#include "actors/GameState.h"
 #include "actors/Item.h"
 #include "actors/Player.h"
 #include "ai/Enemy.h"
-#include "app/GameState.h"
 #include "sound/SoundIds.h"
 #include "world/Scene.h"
 

@@ -8,9 +8,9 @@
 #include "TestMaps.h"
 #include "Where.h"
 #include "actors/Bullet.h"
+#include "actors/GameState.h"
 #include "actors/Player.h"
 #include "ai/Enemy.h"
-#include "app/GameState.h"
 #include "platform/Clock.h"
 #include "world/Scene.h"
 

@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "LogCapture.h"
+#include "actors/GameState.h"
 #include "app/FrameClient.h"
 #include "app/FrameLoop.h"
-#include "app/GameState.h"
 #include "harness/HeadlessGame.h"
 #include "platform/headless/SimulatedClock.h"
 

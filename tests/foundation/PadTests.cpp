@@ -4,8 +4,8 @@
 #include <gtest/gtest.h>
 
 #include "actors/Character.h"
+#include "actors/GameState.h"
 #include "app/Config.h"
-#include "app/GameState.h"
 #include "input/KeyCodes.h"
 #include "input/PadMapping.h"
 #include "input/Pads.h"

@@ -9,9 +9,9 @@
 
 #include "actors/Bullet.h"
 #include "actors/Explosion.h"
+#include "actors/GameState.h"
 #include "actors/Player.h"
 #include "ai/Enemy.h"
-#include "app/GameState.h"
 #include "input/KeyCodes.h"
 #include "sound/SoundIds.h"
 #include "support/TestGame.h"

@@ -6,7 +6,7 @@
 
 #include "actors/Bullet.h"
 #include "actors/Explosion.h"
-#include "app/GameState.h"
+#include "actors/GameState.h"
 #include "input/KeyCodes.h"
 #include "harness/HeadlessGame.h"
 #include "sound/headless/RecordingSoundBackend.h"

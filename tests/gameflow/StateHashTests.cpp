@@ -7,10 +7,10 @@
 
 #include "actors/Bullet.h"
 #include "actors/Explosion.h"
+#include "actors/GameState.h"
 #include "actors/Item.h"
 #include "actors/Player.h"
 #include "ai/Enemy.h"
-#include "app/GameState.h"
 #include "app/StateHash.h"
 #include "support/TestGame.h"
 #include "support/TestMaps.h"

@@ -5,11 +5,11 @@
 #include <gtest/gtest.h>
 
 #include "actors/Explosion.h"
+#include "actors/GameState.h"
 #include "actors/Item.h"
 #include "actors/Player.h"
 #include "ai/Enemy.h"
 #include "app/FramePicture.h"
-#include "app/GameState.h"
 #include "app/StateHash.h"
 #include "support/TestGame.h"
 #include "support/TestMaps.h"

@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include "actors/GameState.h"
 #include "app/Game.h"
-#include "app/GameState.h"
 #include "app/MenuEntries.h"
 #include "graphics/headless/RecordingGraphicsBackend.h"
 #include "input/KeyCodes.h"

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "actors/GameState.h"
 #include "actors/Player.h"
 #include "ai/Enemy.h"
-#include "app/GameState.h"
 #include "world/Scene.h"
 
 cTestGame::cTestGame( std::unique_ptr<cScene> scene )

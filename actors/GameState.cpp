@@ -1,3 +1,3 @@
-#include "app/GameState.h"
+#include "actors/GameState.h"
 
 int32_t gameState = STATE_MAIN_MENU;

@@ -1,5 +1,6 @@
 #pragma once
-// The screen the program is on. One global, read by the menus, the update and the drawing.
+// The screen the program is on. One global, read by the menus, the update and the drawing; it lives
+// with the actors, the lowest layer that reads it, since players and enemies freeze on the end screens.
 
 #include <cstdint>
 
