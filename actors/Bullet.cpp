@@ -6,6 +6,12 @@
 #include "world/Grid.h"
 #include "world/Scene.h"
 
+// Shots are the one thing of the game that moves on floats, and every build must move them alike.
+// Their flight uses only what IEEE 754 rounds exactly, the same on every processor: + - * /,
+// sqrt and comparisons, with each operation rounded on its own (the build forbids fusing a
+// multiply and an add into one instruction, see CMakeLists.txt). Their positions turn into
+// integers only inside the world and the view, far within int32_t.
+
 cBullet::cBullet( int32_t x, int32_t y, int32_t direction, int32_t weapon, int32_t ownerKind )
 	: x( static_cast<float>( x ) ), y( static_cast<float>( y ) ), dirX( 0.0f ), dirY( 0.0f ),
 	weapon( weapon ), ownerKind( ownerKind ), speed( PLAYER_SPEED ) {

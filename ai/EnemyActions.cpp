@@ -3,12 +3,11 @@
 
 #include "ai/Enemy.h"
 
-#include <cstdlib>
-
 #include "actors/ActorTypes.h"
 #include "actors/Bullet.h"
 #include "actors/Player.h"
 #include "platform/Clock.h"
+#include "platform/Random.h"
 #include "world/Grid.h"
 
 namespace {
@@ -190,8 +189,8 @@ bool cEnemy::PickWanderCell( const int32_t *walkMap ) {
 	if ( count == 0 ) {
 		return false;
 	}
-	std::srand( static_cast<unsigned>( GetCalendarTime() ) );
-	const int32_t cell = choices[std::rand() % count];
+	cRandom::Seed( GetCalendarTime() );
+	const int32_t cell = choices[cRandom::Next() % count];
 	RequestPath( walkMap, cell % MAP_COLUMNS, cell / MAP_COLUMNS );
 	return true;
 }

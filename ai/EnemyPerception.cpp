@@ -171,7 +171,10 @@ int32_t cEnemy::NextBossState( const cSighting &sighting ) const {
 
 // Samples the straight line between the two top-left corners every 16 pixels, from the cell
 // after the enemy's own. A march that passes the goal cell without entering it goes on until a
-// cell blocks it or it leaves the grid.
+// cell blocks it or it leaves the grid. Its floats are exact on every build: squares and sums of
+// pixel distances (integers far below 2^24), a square root and a quotient rounded once, and
+// multiples and quotients of the powers of two 16 and 32; at most MAX_SIGHT_STEPS steps of 16
+// pixels keep the march well inside int32_t.
 bool cEnemy::CanSee( int32_t px, int32_t py, const int32_t *walkMap ) const {
 	const float dx = static_cast<float>( px - x );
 	const float dy = static_cast<float>( py - y );

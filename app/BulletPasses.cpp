@@ -3,8 +3,6 @@
 
 #include "app/Game.h"
 
-#include <cstdlib>
-
 #include "actors/ActorTypes.h"
 #include "actors/Bullet.h"
 #include "actors/Character.h"
@@ -12,6 +10,7 @@
 #include "actors/GameState.h"
 #include "actors/Item.h"
 #include "platform/Clock.h"
+#include "platform/Random.h"
 #include "sound/SoundIds.h"
 #include "world/Grid.h"
 #include "world/Scene.h"
@@ -33,7 +32,7 @@ bool IsInsideView( const cScene &scene, float x, float y ) {
 
 // What a kill leaves behind, from one draw of the generator seeded at the start of the pass.
 void DropItem( int32_t x, int32_t y, tItemList &items ) {
-	const int r = std::rand() % DROP_CHANCES + 1;
+	const int r = cRandom::Next() % DROP_CHANCES + 1;
 	if ( r >= HEALTH_DROP_FIRST && r <= HEALTH_DROP_LAST ) {
 		items.push_back( cItem( ITEM_HEALTH, x, y ) );
 	} else if ( r >= AMMO_DROP_FIRST && r <= AMMO_DROP_LAST ) {
@@ -111,7 +110,7 @@ void cGame::UpdateBullets() {
 // A bullet stops at the first enemy it hits, else at the first player; its own side never
 // stops it. The pass goes on after the boss's death, which only switches to the victory.
 void cGame::ResolveHits() {
-	std::srand( static_cast<unsigned int>( GetCalendarTime() ) );
+	cRandom::Seed( GetCalendarTime() );
 	for ( size_t i = 0; i < bullets->size(); ) {
 		const cBullet &bullet = ( *bullets )[i];
 		bool bossKilled = false;

@@ -3,13 +3,13 @@
 #include "app/Game.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 #include "actors/ActorTypes.h"
 #include "actors/Explosion.h"
 #include "actors/Item.h"
 #include "actors/Player.h"
 #include "platform/Clock.h"
+#include "platform/Random.h"
 #include "sound/SoundIds.h"
 
 namespace {
@@ -35,8 +35,8 @@ void GiveItem( cPlayer &player, int32_t itemKind ) {
 	switch ( itemKind ) {
 		case ITEM_AMMO:
 			player.SetWeapon( WEAPON_MACHINE_GUN );
-			std::srand( static_cast<unsigned int>( GetCalendarTime() ) );
-			player.SetAmmo( player.GetAmmo() + AMMO_BASE + std::rand() % AMMO_SPREAD );
+			cRandom::Seed( GetCalendarTime() );
+			player.SetAmmo( player.GetAmmo() + AMMO_BASE + cRandom::Next() % AMMO_SPREAD );
 			break;
 		case ITEM_HEALTH:
 			player.AddHealth( HEALTH_ITEM_AMOUNT );

@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <memory>
 
-#include "app/GameState.h"
+#include "actors/GameState.h"
 #include "app/MenuEntries.h"
 #include "harness/Bot.h"
 #include "harness/HeadlessGame.h"
@@ -12,6 +12,7 @@
 #include "net/NetSession.h"
 #include "net/enet/EnetLink.h"
 #include "platform/MonotonicClock.h"
+#include "replay/Fingerprint.h"
 #include "replay/ReplaySound.h"
 
 namespace {
@@ -90,7 +91,7 @@ int PlayOnline( const cOnlineOptions &options ) {
 		std::fprintf( stderr, "kmvt_autoplay: %s\n", why.c_str() );
 		return 1;
 	}
-	const cHello hello = cHandshake::MakeHello( options.version, ".", 0, options.delay );
+	const cHello hello = cHandshake::MakeHello( options.version, ".", cFingerprint::Compute(), options.delay );
 	cNetSession session( link, options.host ? cNetSession::HOST : cNetSession::JOIN, hello, options.recordPath,
 						 headless.GetInput(), headless.GetClock(), time );
 	SetClock( &session.GetClock() );
@@ -120,19 +121,21 @@ int PlayOnline( const cOnlineOptions &options ) {
 		session.Close( headless.GetGame() );
 		return 1;
 	}
-	std::printf( "At the shared main menu %" PRId64 " ms after the start\n", ( time.GetNanoseconds() - joinStart ) / NSEC_PER_MSEC );
+	const int64_t onlineStart = time.GetNanoseconds();
+	std::printf( "At the shared main menu %" PRId64 " ms after the start\n", ( onlineStart - joinStart ) / NSEC_PER_MSEC );
 	std::fflush( stdout );
 	if ( options.host ) {
 		PlayAsHost( headless, session, options );
 	} else {
 		PlayAsPartner( headless, session, options );
 	}
+	const double seconds = static_cast<double>( time.GetNanoseconds() - onlineStart ) / 1e9;
 	session.Close( headless.GetGame() );
 	const cNetFigures &figures = session.GetFigures();
-	std::printf( "Online game over (%s): %" PRIu64 " steps, input delay %u, round trip %u ms, %" PRIu64
+	std::printf( "Online game over (%s): %" PRIu64 " steps in %.1f s (%.2f steps/s), input delay %u, round trip %u ms, %" PRIu64
 				 " step times waited, %" PRIu64 " bad packets; final state hash: %016" PRIx64 "\n",
-				 session.GetEndLine().c_str(), figures.steps, figures.delay, figures.roundTrip, figures.waitedSlots,
-				 figures.badPackets, figures.finalHash );
+				 session.GetEndLine().c_str(), figures.steps, seconds, static_cast<double>( figures.steps ) / seconds,
+				 figures.delay, figures.roundTrip, figures.waitedSlots, figures.badPackets, figures.finalHash );
 	const bool atMenu = gameState == STATE_MAIN_MENU && headless.GetGame().GetScene() == nullptr;
 	std::printf( "%s\n", atMenu ? "Back at the main menu, alone" : "Not back at the main menu" );
 	SetClock( &headless.GetClock() );

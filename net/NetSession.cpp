@@ -4,7 +4,7 @@
 #include <cstdio>
 
 #include "app/Game.h"
-#include "app/GameState.h"
+#include "actors/GameState.h"
 #include "app/StateHash.h"
 #include "log/Log.h"
 #include "net/Handshake.h"

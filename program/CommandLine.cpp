@@ -3,6 +3,7 @@
 #include "Version.h"
 #include "net/Link.h"
 #include "net/Packet.h"
+#include "replay/Fingerprint.h"
 #include "replay/ReplayFile.h"
 
 namespace {
@@ -162,5 +163,5 @@ std::string cCommandLine::GetHelp() {
 
 std::string cCommandLine::GetVersion() {
 	return std::string( "Project Kormaveth 2D " ) + KMVT_VERSION + "\n"
-		"Replay format " + std::to_string( cReplayFile::FORMAT_VERSION ) + "\n";
+		"Replay format " + std::to_string( cReplayFile::FORMAT_VERSION ) + "\n" + cFingerprint::GetLine();
 }

@@ -27,6 +27,7 @@
 #include "program/CommandLine.h"
 #include "program/Session.h"
 #include "program/WaitingPicture.h"
+#include "replay/Fingerprint.h"
 #include "replay/headless/ReplayCheck.h"
 #include "sound/sdl/SdlSoundBackend.h"
 #include "Version.h"
@@ -114,8 +115,15 @@ void OpenOnline( const cCommandLine &line, cEnetLink &link, cSession &session, c
 		std::fprintf( stderr, "%s\n", text.c_str() );
 		return;
 	}
-	const uint64_t fingerprint = 0;		// the build's determinism fingerprint
-	session.OpenOnline( line, link, cHandshake::MakeHello( KMVT_VERSION, dataRoot, fingerprint, line.delay ), time );
+	const cHello hello = cHandshake::MakeHello( KMVT_VERSION, dataRoot, cFingerprint::Compute(), line.delay );
+	session.OpenOnline( line, link, hello, time );
+}
+
+// The version's fingerprint plays a short game, which must leave the last real run's log alone.
+int PrintVersion() {
+	cLog::Restart( "" );
+	std::fputs( cCommandLine::GetVersion().c_str(), stdout );
+	return 0;
 }
 
 void RunGame( const cCommandLine &line, cClock &clock ) {
@@ -166,7 +174,7 @@ int main( int argc, char **argv ) {
 	const cCommandLine line = cCommandLine::Parse( argc, argv );
 	switch ( line.mode ) {
 		case cCommandLine::HELP:	std::fputs( cCommandLine::GetHelp().c_str(), stdout ); return 0;
-		case cCommandLine::VERSION:	std::fputs( cCommandLine::GetVersion().c_str(), stdout ); return 0;
+		case cCommandLine::VERSION:	return PrintVersion();
 		case cCommandLine::WRONG:	std::fputs( cCommandLine::GetUsageLine( line.error ).c_str(), stderr ); return 2;
 		case cCommandLine::VERIFY:	return cReplayCheck::Verify( line.file, FindData() );
 		default:					break;

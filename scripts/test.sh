@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Builds and runs the whole test suite: the Release build with every test (the end-to-end runs of
 # the real game under Xvfb included), then the same suite built with AddressSanitizer and
-# UndefinedBehaviorSanitizer.
+# UndefinedBehaviorSanitizer; then the recordings' contract on four builds, and the fuzzing.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/deps.sh test
@@ -19,6 +19,14 @@ echo "== Sanitizer build and tests"
 cmake -S . -B build/asan -DCMAKE_BUILD_TYPE=Debug -DKMVT_SANITIZE=ON -DKMVT_WERROR=ON -DKMVT_BUILD_TOOLS=OFF -DKMVT_BUILD_BENCHMARKS=OFF > /dev/null
 cmake --build build/asan -j"$jobs"
 ctest --test-dir build/asan --output-on-failure -j"$jobs"
+
+# Every recording with one final hash, and one fingerprint, on the Release and sanitizer builds,
+# a -march=native -ffp-contract=fast -O3 build and an arm64 build under qemu (skipped, and said
+# so, without the cross compiler or qemu).
+echo "== The recordings on every build"
+contract_start=$SECONDS
+scripts/replay-contract.sh
+echo "== The recordings' check took $(( SECONDS - contract_start )) s"
 
 # ---- Fuzzing (added with the fuzz targets; owned by the fuzzing work) ----------------------------
 # The map layer loader, the WAV reader, the keyed picture loader and the replay reader, 45 s each

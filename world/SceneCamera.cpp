@@ -155,6 +155,7 @@ void cScene::ApplyZoneRule( int32_t zone, int32_t fx, int32_t fy, int32_t &newX,
 			break;
 		case ZONE_RIGHT_SIDE:
 			// One and a half times the player's pace, from the lower street's view up to the top.
+			// Exact in double on every build: a pixel count times 1.5 plus a pixel count.
 			newX = MAX_CAMERA_X;
 			newY = std::max( static_cast<int32_t>( ( fy - LOWER_PART_TOP ) * 1.5 + LOWER_STREET_CAMERA_Y ), 0 );
 			break;

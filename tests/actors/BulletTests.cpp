@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <functional>
 
 #include "TestGame.h"
@@ -15,6 +14,7 @@
 #include "actors/Item.h"
 #include "actors/Player.h"
 #include "ai/Enemy.h"
+#include "platform/Random.h"
 #include "sound/SoundIds.h"
 #include "world/Scene.h"
 
@@ -162,8 +162,8 @@ protected:
 	// Sets the clock to the first calendar second whose first three draws after seeding suit the wish.
 	void SetSecondFor( const std::function<bool( const int *draws )> &wish ) {
 		for ( std::time_t second = 1700000000; second < 1701000000; second++ ) {
-			std::srand( static_cast<unsigned int>( second ) );
-			const int draws[3] = { std::rand() % 50 + 1, std::rand() % 50 + 1, std::rand() % 50 + 1 };
+			cRandom::Seed( second );
+			const int draws[3] = { cRandom::Next() % 50 + 1, cRandom::Next() % 50 + 1, cRandom::Next() % 50 + 1 };
 			if ( wish( draws ) ) {
 				game.GetClock().SetCalendarTime( second );
 				return;
@@ -217,7 +217,7 @@ TEST_F( HitPassTest, KillsLeaveDeathExplosionsAndTheDrawsDecideTheDropsInOrder )
 		game.AddEnemy( KIND_SOLDIER, x, 200, DIR_UP, 1 ).SetHealth( 20 );
 		ShootAt( x, 200 );
 	}
-	std::srand( 7 );
+	cRandom::Seed( 7 );
 	game.GetGame().ResolveHits();
 	EXPECT_TRUE( Enemies().empty() ) << "killed enemies leave the list";
 	ASSERT_EQ( Explosions().size(), 3u );

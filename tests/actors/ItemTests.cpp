@@ -3,14 +3,13 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-
 #include "TestGame.h"
 #include "TestMaps.h"
 #include "Where.h"
 #include "actors/Explosion.h"
 #include "actors/Item.h"
 #include "actors/Player.h"
+#include "platform/Random.h"
 #include "sound/SoundIds.h"
 #include "world/Scene.h"
 
@@ -76,11 +75,11 @@ TEST_F( ItemPassTest, AmmunitionAddsSixteenToThirtyFiveSeededByTheSecond ) {
 	cPlayer &tavesh = game.AddPlayer( KIND_TAVESH, 320, 320 );
 	int32_t expected = -1;
 	for ( std::time_t second : { 1700000123, 1700000123, 1700000124 } ) {
-		std::srand( static_cast<unsigned int>( second ) );
-		expected += 16 + std::rand() % 20;
+		cRandom::Seed( second );
+		expected += 16 + cRandom::Next() % 20;
 		game.GetClock().SetCalendarTime( second );
 		Drop( ITEM_AMMO );
-		std::srand( 1 );
+		cRandom::Seed( 1 );
 		game.GetGame().UpdateItems();
 		EXPECT_EQ( tavesh.GetAmmo(), expected ) << "a pickup at second " << second;
 	}

@@ -18,7 +18,7 @@ declare -A ALLOWED=(
 	[ai]="log platform sound world actors"
 	[graphics]="log platform world actors ai"
 	[app]="log platform input sound world actors ai graphics"
-	[replay]="log platform input sound graphics app"
+	[replay]="log platform input sound world actors ai graphics app"
 	[harness]="log platform input sound world actors ai graphics app replay"
 	[program]="log platform input sound world actors ai graphics app replay"
 )
