@@ -199,6 +199,9 @@ void cAutoplayGame::RunPlay( const cGameSetup &setup, cGameResult &result ) {
 		}
 	}
 	const cGame &game = headless.GetGame();
+	if ( game.GetScene() == nullptr ) {
+		return;		// an online game that ended under the bots left nothing to count
+	}
 	result.enemiesLeft = static_cast<int>( game.GetEnemies()->size() );
 	result.doorsClosed = CountCells( *game.GetScene(), WALK_DOOR );
 	result.boxesClosed = CountCells( *game.GetScene(), WALK_BOX );

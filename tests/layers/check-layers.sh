@@ -4,6 +4,9 @@
 # */sdl/ (the only code that may include SDL) and */headless/; the game logic includes neither, a
 # backend may include the logic and backends of its own kind, and program/main.cpp, which puts the
 # SDL game together, may include anything. The harness (the game without a window) counts as headless.
+# The online game (net/) sits above app and replay and below the program; its ENet link lives in the
+# backend folder net/enet/, the only code that includes ENet, which the programs (program/main.cpp,
+# the harness's autoplay) put together.
 #   check-layers.sh [SOURCE_DIR]   prints every include against the rules; fails if there is one
 set -u
 cd "${1:-$(dirname "$0")/../..}" || exit 2
@@ -19,8 +22,9 @@ declare -A ALLOWED=(
 	[graphics]="log platform world actors ai"
 	[app]="log platform input sound world actors ai graphics"
 	[replay]="log platform input sound world actors ai graphics app"
-	[harness]="log platform input sound world actors ai graphics app replay"
-	[program]="log platform input sound world actors ai graphics app replay"
+	[net]="log platform input sound world actors ai graphics app replay"
+	[harness]="log platform input sound world actors ai graphics app replay net"
+	[program]="log platform input sound world actors ai graphics app replay net"
 )
 
 broken=0
@@ -34,12 +38,13 @@ check_include() {
 	local file="$1" header="$2"
 	local folder="${file%%/*}" target="${header%%/*}"
 	local backend="" kind
-	for kind in sdl headless; do
+	for kind in sdl headless enet; do
 		[[ "$file" == */$kind/* ]] && backend=$kind
 	done
 	[[ "$file" == harness/* ]] && backend=headless	# the harness plays on the headless backends
-	if [[ "$header" == */sdl/* || "$header" == */headless/* ]]; then
+	if [[ "$header" == */sdl/* || "$header" == */headless/* || "$header" == */enet/* ]]; then
 		[[ -n "$backend" && "$header" == */$backend/* ]] && return
+		[[ "$header" == net/enet/* && "$file" == harness/* ]] && return	# the autoplay program's link
 		complain "$file" "the logic includes the backend header $header"
 		return
 	fi
@@ -57,6 +62,9 @@ for folder in "${!ALLOWED[@]}"; do
 		[[ "$file" == program/main.cpp ]] && continue
 		if [[ "$file" != */sdl/* ]] && grep -qE '^\s*#\s*include\s*[<"]SDL' "$file"; then
 			complain "$file" "includes SDL outside an sdl/ folder"
+		fi
+		if [[ "$file" != net/enet/* ]] && grep -qE '^\s*#\s*include\s*[<"]enet/' "$file"; then
+			complain "$file" "includes ENet outside net/enet/"
 		fi
 		while IFS= read -r header; do
 			check_include "$file" "$header"
