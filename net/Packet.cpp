@@ -1,13 +1,20 @@
 #include "net/Packet.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "replay/ByteReader.h"
 #include "replay/ByteWriter.h"
 
 namespace {
 
 const uint64_t PROTOCOL_LIMIT = 1u << 16;
-const uint8_t INPUT_SAME = 0;			// the step's input is the one before it in the packet
+// An input's tag: its kind in the low bits, then how many steps after it have the same input.
 const uint8_t INPUT_WHOLE = 1;
+const uint8_t INPUT_KEYS = 2;			// the keys only: the mouse is the one before it
+const uint8_t INPUT_KIND_MASK = 3;
+const int REPEAT_SHIFT = 2;
+const size_t MAX_REPEATS = 63;
 const uint8_t MOUSE_POSITION = 1;
 const uint8_t MOUSE_MOTION = 2;
 const uint8_t MOUSE_WHEEL = 4;
@@ -35,13 +42,16 @@ bool GetBounded( cByteReader &in, uint64_t &value, uint64_t most, const char *wh
 
 }
 
-void cPacket::WriteInput( cByteWriter &out, const cStepInput &input ) {
+void cPacket::WriteKeys( cByteWriter &out, const cStepInput &input ) {
 	out.PutByte( static_cast<uint8_t>( input.CountKeys() ) );
 	for ( int key = 0; key < cStepInput::KEY_COUNT; key++ ) {
 		if ( input.IsKeyDown( key ) ) {
 			out.PutByte( static_cast<uint8_t>( key ) );
 		}
 	}
+}
+
+void cPacket::WriteMouse( cByteWriter &out, const cStepInput &input ) {
 	const cMouseReading &mouse = input.mouse;
 	uint8_t flags = 0;
 	flags |= mouse.hasPosition ? MOUSE_POSITION : 0;
@@ -85,12 +95,21 @@ std::vector<uint8_t> cPacket::Write( const cNetMessage &message ) {
 			out.PutVarint( run.acknowledged );
 			out.PutVarint( run.first );
 			out.PutVarint( run.inputs.size() );
-			for ( size_t i = 0; i < run.inputs.size(); i++ ) {
-				const bool same = i > 0 && run.inputs[i] == run.inputs[i - 1];
-				out.PutByte( same ? INPUT_SAME : INPUT_WHOLE );
-				if ( !same ) {
-					WriteInput( out, run.inputs[i] );
+			for ( size_t i = 0; i < run.inputs.size(); ) {
+				const cStepInput &input = run.inputs[i];
+				size_t repeats = 0;
+				while ( i + repeats + 1 < run.inputs.size() && repeats < MAX_REPEATS && run.inputs[i + repeats + 1] == input ) {
+					repeats++;
 				}
+				cStepInput keysOnly = i > 0 ? run.inputs[i - 1] : cStepInput();
+				std::copy( std::begin( input.keys ), std::end( input.keys ), keysOnly.keys );
+				const uint8_t kind = i > 0 && input == keysOnly ? INPUT_KEYS : INPUT_WHOLE;
+				out.PutByte( static_cast<uint8_t>( kind | repeats << REPEAT_SHIFT ) );
+				WriteKeys( out, input );
+				if ( kind == INPUT_WHOLE ) {
+					WriteMouse( out, input );
+				}
+				i += repeats + 1;
 			}
 			break;
 		}
@@ -133,8 +152,8 @@ bool cPacket::ReadStep( cByteReader &in, const cStepWindow &window, uint64_t &st
 	return true;
 }
 
-bool cPacket::ReadInput( cByteReader &in, cStepInput &input ) {
-	input = cStepInput();
+bool cPacket::ReadKeys( cByteReader &in, cStepInput &input ) {
+	std::fill( std::begin( input.keys ), std::end( input.keys ), 0 );
 	uint8_t count = 0;
 	if ( !in.GetByte( count ) ) {
 		return false;
@@ -149,6 +168,10 @@ bool cPacket::ReadInput( cByteReader &in, cStepInput &input ) {
 		}
 		input.SetKey( key, true );
 	}
+	return true;
+}
+
+bool cPacket::ReadMouse( cByteReader &in, cStepInput &input ) {
 	uint8_t flags = 0;
 	if ( !in.GetByte( flags ) ) {
 		return false;
@@ -157,6 +180,7 @@ bool cPacket::ReadInput( cByteReader &in, cStepInput &input ) {
 		return in.Fail( "an unknown mouse flag" );
 	}
 	cMouseReading &mouse = input.mouse;
+	mouse = cMouseReading();
 	mouse.hasPosition = flags & MOUSE_POSITION;
 	for ( int button = 0; button < 4; button++ ) {
 		mouse.buttons[button] = flags & ( 1u << ( MOUSE_BUTTON_SHIFT + button ) ) ? BUTTON_HELD : 0;
@@ -184,16 +208,23 @@ bool cPacket::ReadInputs( cByteReader &in, const cStepWindow &window, cInputRun 
 		return in.Fail( "inputs beyond the window of steps" );
 	}
 	run.inputs.resize( count );
-	for ( size_t i = 0; i < count; i++ ) {
+	for ( size_t i = 0; i < count; ) {
 		uint8_t tag = 0;
 		if ( !in.GetByte( tag ) ) {
 			return false;
 		}
-		if ( tag == INPUT_SAME && i > 0 ) {
+		const uint8_t kind = tag & INPUT_KIND_MASK;
+		const size_t repeats = tag >> REPEAT_SHIFT;
+		if ( i > 0 ) {
 			run.inputs[i] = run.inputs[i - 1];
-		} else if ( tag != INPUT_WHOLE || !ReadInput( in, run.inputs[i] ) ) {
+		}
+		const bool read = ( kind == INPUT_WHOLE || ( kind == INPUT_KEYS && i > 0 ) ) && ReadKeys( in, run.inputs[i] ) &&
+						  ( kind == INPUT_KEYS || ReadMouse( in, run.inputs[i] ) );
+		if ( !read || i + repeats >= count ) {
 			return in.Fail( "a broken step input" );
 		}
+		std::fill( run.inputs.begin() + static_cast<long>( i ) + 1, run.inputs.begin() + static_cast<long>( i + repeats ) + 1, run.inputs[i] );
+		i += repeats + 1;
 	}
 	return true;
 }

@@ -24,7 +24,7 @@ struct cStepWindow {
 class cPacket {
 public:
 	static constexpr size_t	MAX_SIZE = 1200;			// bytes: below the usual path's MTU
-	static constexpr size_t	MAX_INPUTS = 64;			// step inputs in one packet
+	static constexpr size_t	MAX_INPUTS = 40;			// step inputs in one packet: 40 whole ones fit in MAX_SIZE
 	static constexpr int	MAX_KEYS_HELD = 16;			// in one step input
 	static constexpr size_t	MAX_PARTS = 64;				// of a state hash
 	static constexpr size_t	MAX_NAME = 32;				// bytes of a part's name
@@ -38,8 +38,10 @@ public:
 							  std::string &why );
 
 private:
-	static void			WriteInput( cByteWriter &out, const cStepInput &input );
-	static bool			ReadInput( cByteReader &in, cStepInput &input );
+	static void			WriteKeys( cByteWriter &out, const cStepInput &input );
+	static void			WriteMouse( cByteWriter &out, const cStepInput &input );
+	static bool			ReadKeys( cByteReader &in, cStepInput &input );
+	static bool			ReadMouse( cByteReader &in, cStepInput &input );
 	static bool			ReadInputs( cByteReader &in, const cStepWindow &window, cInputRun &run );
 	static bool			ReadHash( cByteReader &in, const cStepWindow &window, cHashReport &hash );
 	static bool			ReadStep( cByteReader &in, const cStepWindow &window, uint64_t &step, const char *what );

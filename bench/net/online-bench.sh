@@ -22,7 +22,7 @@ after() { awk -v phrase="$2" 'index($0, phrase) { rest = substr($0, index($0, ph
 
 echo "| round trip | loss | input delay D | steps | steps/s | step times waited | bytes/s host to partner | bytes/s partner to host | --join to the shared main menu |"
 echo "|---|---|---|---|---|---|---|---|---|"
-for trip in 0 50 100 200; do
+for trip in ${KMVT_ONLINE_TRIPS:-0 50 100 200}; do
   for loss in 0 5; do
     port=$(( port + 2 ))
     ( cd "$work/host" && exec "$autoplay" --host=$port --players=2 --difficulty=1 --frames=2000 > out.txt 2> err.txt ) &
