@@ -95,6 +95,14 @@ int PlayOnline( const cOnlineOptions &options ) {
 	cNetSession session( link, options.host ? cNetSession::HOST : cNetSession::JOIN, hello, options.recordPath,
 						 headless.GetInput(), headless.GetClock(), time );
 	SetClock( &session.GetClock() );
+	// The game lets go of the session's input and clock before the session goes.
+	struct cLetGo {
+		cHeadlessGame &headless;
+		~cLetGo() {
+			headless.GetGame().Finalize();
+			SetClock( &headless.GetClock() );
+		}
+	} letGo { headless };
 	cPacer pacer( time );
 	// One step of the game each call, however long the partner keeps it waiting; false once the
 	// online game is over.
@@ -138,6 +146,5 @@ int PlayOnline( const cOnlineOptions &options ) {
 				 figures.delay, figures.roundTrip, figures.waitedSlots, figures.badPackets, figures.finalHash );
 	const bool atMenu = gameState == STATE_MAIN_MENU && headless.GetGame().GetScene() == nullptr;
 	std::printf( "%s\n", atMenu ? "Back at the main menu, alone" : "Not back at the main menu" );
-	SetClock( &headless.GetClock() );
 	return atMenu && figures.steps > 0 ? 0 : 1;
 }
