@@ -1,39 +1,15 @@
 #include "actors/Character.h"
 
-#include <cassert>
-
 #include "actors/ActorTypes.h"
 #include "actors/Bullet.h"
-#include "actors/Player.h"
-#include "ai/Enemy.h"
 #include "world/Grid.h"
 #include "world/Scene.h"
 
 namespace {
 
 const int32_t WALK_TICKS = 5;				// steps per column of the walk animation
-const int32_t WOUNDED_HEALTH = 50;			// an enemy below it fires twice as often
-const int32_t BOSS_TURN_HEALTH = 50;		// a boss above it does not turn round when shot
 const int32_t HIT_OFFSET = 16;				// in pixels along the bullet's vector
 const int32_t SHEET_BAND_WIDTH = 96;		// a kind's three columns in the characters sheet
-
-// Damage of a weapon to a player; tavesh's skill halves the enemies' guns.
-int32_t GetPlayerDamage( int32_t weapon, bool halved ) {
-	switch ( weapon ) {
-		case WEAPON_ENEMY_GUN:		return halved ? 5 : 10;
-		case WEAPON_MACHINE_GUN:	return halved ? 10 : 20;
-		default:					return 0;
-	}
-}
-
-int32_t GetEnemyDamage( int32_t weapon ) {
-	switch ( weapon ) {
-		case WEAPON_TAVESH:			return 25;
-		case WEAPON_LUMRA:			return 15;
-		case WEAPON_MACHINE_GUN:	return 50;
-		default:					return 0;
-	}
-}
 
 }
 
@@ -81,7 +57,7 @@ bool cCharacter::HitByBullet( const cBullet &bullet, int32_t &hitX, int32_t &hit
 	if ( !Overlaps( static_cast<int32_t>( bx ), static_cast<int32_t>( by ), BULLET_SIZE ) ) {
 		return false;
 	}
-	const bool taken = IsPlayerKind( kind ) ? TakePlayerHit( bullet ) : TakeEnemyHit( bullet );
+	const bool taken = TakeHit( bullet );
 	if ( !taken ) {
 		return false;
 	}
@@ -96,42 +72,6 @@ bool cCharacter::HitByBullet( const cBullet &bullet, int32_t &hitX, int32_t &hit
 	bullet.GetDirection( dirX, dirY );
 	hitX = x + static_cast<int32_t>( dirX * HIT_OFFSET );
 	hitY = y + static_cast<int32_t>( dirY * HIT_OFFSET );
-	return true;
-}
-
-bool cCharacter::TakePlayerHit( const cBullet &bullet ) {
-	if ( !IsEnemyKind( bullet.GetOwnerKind() ) ) {
-		return false;
-	}
-	cPlayer *player = dynamic_cast<cPlayer *>( this );
-	assert( player != nullptr );
-	const bool halved = kind == KIND_TAVESH && player->IsSkillActive();
-	health -= GetPlayerDamage( bullet.GetWeapon(), halved );
-	if ( health <= 0 ) {
-		health = 0;
-		player->SetDead( true );
-	}
-	return true;
-}
-
-// The wounded enemy fires twice as often, once; it turns round to face an unseen shooter,
-// unless it is a boss still strong enough to ignore the shot.
-bool cCharacter::TakeEnemyHit( const cBullet &bullet ) {
-	if ( !IsEnemyKind( kind ) || !IsPlayerKind( bullet.GetOwnerKind() ) ) {
-		return false;
-	}
-	cEnemy *enemy = dynamic_cast<cEnemy *>( this );
-	assert( enemy != nullptr );
-	health -= GetEnemyDamage( bullet.GetWeapon() );
-	if ( health < WOUNDED_HEALTH && !wounded ) {
-		shotPeriod /= 2;
-		wounded = true;
-	}
-	enemy->SetWasShot( true );
-	const bool steadyBoss = kind == KIND_BOSS && health > BOSS_TURN_HEALTH;
-	if ( !enemy->HasTarget() && !steadyBoss ) {
-		enemy->TurnTowards( -1, -1 );
-	}
 	return true;
 }
 

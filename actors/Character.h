@@ -76,6 +76,9 @@ protected:
 	void				AnimateWalk();
 	// Moves the cycle on by one column once ticksPerFrame steps have been counted.
 	void				AdvanceAnimation( int32_t ticksPerFrame );
+	// The damage rule of the character's side for a bullet that overlaps its body; false when
+	// the bullet flies on (a shot of the character's own side, or a kind of neither side).
+	virtual bool		TakeHit( const cBullet &bullet ) = 0;
 
 	int32_t				kind = 0;
 	int32_t				health = 0;
@@ -94,8 +97,4 @@ protected:
 	int32_t				shotCounter = 1;	// fire cool-down, 0 when ready
 	bool				justShot = false;	// fired in the current step
 	bool				wounded = false;	// health fell below 50 once; enemies only
-
-private:
-	bool				TakePlayerHit( const cBullet &bullet );
-	bool				TakeEnemyHit( const cBullet &bullet );
 };

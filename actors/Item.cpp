@@ -10,10 +10,29 @@ const int32_t BOB_STEPS_PER_PIXEL = 3;
 const int32_t BOB_DEPTH = 6;				// in pixels an item sinks before it jumps back
 const int32_t BOB_RESTART = -9;				// the counter after the deepest point: 3 pixels down
 
+// The two boxes that hold something, and what they hold.
+struct cBoxContent {
+	int			column;
+	int			row;
+	int32_t		itemKind;
+};
+const cBoxContent BOX_CONTENTS[] = {
+	{ 54, 28, ITEM_LUMRA_ENERGY },
+	{ 51, 3, ITEM_TAVESH_ENERGY },
+};
+
 }
 
 cItem::cItem( int32_t kind, int32_t x, int32_t y )
 	: bobCounter( 0 ), bob( 0 ), kind( kind ), x( x ), y( y ) {
+}
+
+void cItem::AddBoxContent( int column, int row, tItemList &items ) {
+	for ( const cBoxContent &box : BOX_CONTENTS ) {
+		if ( box.column == column && box.row == row ) {
+			items.push_back( cItem( box.itemKind, column * CELL_SIZE, row * CELL_SIZE ) );
+		}
+	}
 }
 
 void cItem::GetCell( int32_t &cx, int32_t &cy ) const {

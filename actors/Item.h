@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+#include "actors/ActorLists.h"
+
 enum eItemKind : int32_t {
 	ITEM_AMMO				= 0,	// machine-gun ammunition, tavesh only
 	ITEM_UNUSED				= 1,
@@ -16,6 +18,10 @@ class cItem {
 public:
 						cItem( int32_t kind, int32_t x, int32_t y );
 	virtual				~cItem() = default;
+
+	// What the opened box at the cell held: the two boxes of the level that hold the energy
+	// upgrades add them to items, on the box's cell; every other box held nothing.
+	static void			AddBoxContent( int column, int row, tItemList &items );
 
 	int32_t				GetKind() const { return kind; }
 	void				GetPosition( int32_t &outX, int32_t &outY ) const { outX = x; outY = y; }

@@ -1,10 +1,12 @@
 #include "actors/Player.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 #include "actors/ActorTypes.h"
 #include "actors/Bullet.h"
 #include "actors/GameState.h"
+#include "actors/Item.h"
 #include "platform/Clock.h"
 #include "world/Grid.h"
 #include "world/Scene.h"
@@ -15,6 +17,17 @@ const int32_t BULLET_OFFSET = 6;			// in pixels: centres the 20-pixel box on the
 const int32_t DOWN_TICKS = 25;				// a player lying down cycles its row slowly
 const int32_t SKILL_ROWS = 128;				// in pixels: the rows drawn while the skill is on
 const int32_t DOWN_ROW = 256;				// in pixels: the one row of a player who is down
+const int32_t LUMRA_FIRE_DRAIN = 50;		// in msec of energy per step with fire held and the skill on
+const int32_t REVIVE_HEALTH = 26;
+
+// Damage of a weapon to a player; tavesh's skill halves the enemies' guns.
+int32_t GetPlayerDamage( int32_t weapon, bool halved ) {
+	switch ( weapon ) {
+		case WEAPON_ENEMY_GUN:		return halved ? 5 : 10;
+		case WEAPON_MACHINE_GUN:	return halved ? 10 : 20;
+		default:					return 0;
+	}
+}
 
 }
 
@@ -58,6 +71,20 @@ void cPlayer::Animate() {
 	}
 }
 
+// Only the enemies' bullets hurt a player; one brought to 0 health is down.
+bool cPlayer::TakeHit( const cBullet &bullet ) {
+	if ( !IsPlayerKind( kind ) || !IsEnemyKind( bullet.GetOwnerKind() ) ) {
+		return false;
+	}
+	const bool halved = kind == KIND_TAVESH && skillActive;
+	health -= GetPlayerDamage( bullet.GetWeapon(), halved );
+	if ( health <= 0 ) {
+		health = 0;
+		dead = true;
+	}
+	return true;
+}
+
 void cPlayer::Shoot( tBulletList &bullets, bool &shot ) {
 	if ( shotCounter != 0 ) {
 		shotCounter++;
@@ -75,6 +102,54 @@ void cPlayer::Shoot( tBulletList &bullets, bool &shot ) {
 	// lumra's shot gives her away: it empties the energy, and the next update ends the skill.
 	if ( kind == KIND_LUMRA && skillActive ) {
 		energy = 0;
+	}
+}
+
+// Each axis is tried alone, so a slanted push into a wall slides along it with the pressed facing
+// kept; the diagonal target itself is never tested.
+void cPlayer::Walk( const cScene &scene, int32_t dx, int32_t dy, int32_t newDirection ) {
+	if ( dx != 0 && !scene.IsFree( x + dx * speed, y, false ) ) {
+		dx = 0;
+	}
+	if ( dy != 0 && !scene.IsFree( x, y + dy * speed, false ) ) {
+		dy = 0;
+	}
+	moving = dx != 0 || dy != 0;
+	if ( moving ) {
+		Move( newDirection, dx, dy );
+	}
+}
+
+// Cooling down or not: holding the key is enough.
+void cPlayer::PayForFiringHidden() {
+	if ( kind == KIND_LUMRA && skillActive ) {
+		energy = std::max( energy - LUMRA_FIRE_DRAIN, 0 );
+	}
+}
+
+// The partner comes back when the player stands on its cell or one edge-adjacent to it.
+void cPlayer::RevivePartner( cPlayer &partner ) const {
+	int32_t cx = 0;
+	int32_t cy = 0;
+	int32_t ox = 0;
+	int32_t oy = 0;
+	GetCell( cx, cy );
+	partner.GetCell( ox, oy );
+	const int32_t distance = std::abs( cx - ox ) + std::abs( cy - oy );
+	if ( distance <= 1 ) {
+		partner.dead = false;
+		partner.AddHealth( REVIVE_HEALTH );
+	}
+}
+
+bool cPlayer::MayTake( int32_t itemKind ) const {
+	switch ( itemKind ) {
+		case ITEM_AMMO:
+		case ITEM_TAVESH_ENERGY:	return kind == KIND_TAVESH;
+		case ITEM_LUMRA_ENERGY:		return kind == KIND_LUMRA;
+		case ITEM_HEALTH:
+		case ITEM_SPEED:			return true;
+		default:					return false;
 	}
 }
 

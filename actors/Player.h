@@ -30,6 +30,15 @@ public:
 	void				UpdateSkill();
 	// A step of speed pixels per axis; dx and dy are -1, 0 or 1.
 	void				Move( int32_t newDirection, int32_t dx, int32_t dy );
+	// The step of the movement keys over the walk layer: each axis is tried alone from where the
+	// player stands, and an axis that would end in a wall is dropped.
+	void				Walk( const cScene &scene, int32_t dx, int32_t dy, int32_t newDirection );
+	// lumra holding fire with the skill on pays energy for it on every step.
+	void				PayForFiringHidden();
+	// The use key next to a partner who is down brings it back.
+	void				RevivePartner( cPlayer &partner ) const;
+	// Whether the item kind is one this character may pick up.
+	bool				MayTake( int32_t itemKind ) const;
 
 	int32_t				GetEnergy() const { return energy; }
 	void				SetEnergy( int32_t value ) { energy = value; }
@@ -41,6 +50,9 @@ public:
 	bool				IsDead() const { return dead; }
 	uint32_t			GetLastTick() const { return lastTick; }
 	void				SetDead( bool isDead ) { dead = isDead; }
+
+protected:
+	bool				TakeHit( const cBullet &bullet ) override;
 
 private:
 	int32_t				energy;				// in msec of skill use

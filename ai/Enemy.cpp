@@ -25,6 +25,19 @@ const cEnemyKindInfo ENEMY_KINDS[] = {
 	{ KIND_BOSS, WEAPON_MACHINE_GUN, 250, 2, 20 },
 };
 
+const int32_t WOUNDED_HEALTH = 50;			// an enemy below it fires twice as often
+const int32_t BOSS_TURN_HEALTH = 50;		// a boss above it does not turn round when shot
+
+// Damage of a player's weapon to an enemy.
+int32_t GetEnemyDamage( int32_t weapon ) {
+	switch ( weapon ) {
+		case WEAPON_TAVESH:			return 25;
+		case WEAPON_LUMRA:			return 15;
+		case WEAPON_MACHINE_GUN:	return 50;
+		default:					return 0;
+	}
+}
+
 int32_t GetReverse( int32_t facing ) {
 	switch ( facing ) {
 		case DIR_UP:			return DIR_DOWN;
@@ -79,6 +92,25 @@ void cEnemy::GetDrawInfo( cRect &rect, int32_t &screenX, int32_t &screenY, const
 		rect.top = row;
 		rect.bottom = row + BODY_SIZE;
 	}
+}
+
+// Only the players' bullets hurt an enemy. The wounded enemy fires twice as often, once; it turns
+// round to face an unseen shooter, unless it is a boss still strong enough to ignore the shot.
+bool cEnemy::TakeHit( const cBullet &bullet ) {
+	if ( !IsEnemyKind( kind ) || !IsPlayerKind( bullet.GetOwnerKind() ) ) {
+		return false;
+	}
+	health -= GetEnemyDamage( bullet.GetWeapon() );
+	if ( health < WOUNDED_HEALTH && !wounded ) {
+		shotPeriod /= 2;
+		wounded = true;
+	}
+	wasShot = true;
+	const bool steadyBoss = kind == KIND_BOSS && health > BOSS_TURN_HEALTH;
+	if ( !HasTarget() && !steadyBoss ) {
+		TurnTowards( -1, -1 );
+	}
+	return true;
 }
 
 void cEnemy::Animate() {

@@ -106,6 +106,9 @@ public:
 	bool				IsWanderPending() const { return wanderPending; }
 	const cPath &		GetPath() const { return path; }
 
+protected:
+	bool				TakeHit( const cBullet &bullet ) override;
+
 private:
 	// What the enemy makes of one player this frame.
 	struct cSighting {

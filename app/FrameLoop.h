@@ -1,17 +1,21 @@
 #pragma once
-// Paces the game: one step every 15 msec by a deadline on the pacing clock, so that lateness does
-// not pile up, then at most one frame. When drawing or presenting took longer than a step (a
-// display that makes the present wait for its refresh), the steps that fell due run before the
-// next frame, at most MAX_STEPS_PER_FRAME, so that a stall never turns into a burst of play.
+// Paces the game: one step every 15 msec (cGame::FRAME_TIME) by a deadline on the pacing clock, so
+// that lateness does not pile up, then at most one frame. When drawing or presenting took longer
+// than a step (a display that makes the present wait for its refresh), the steps that fell due run
+// before the next frame, at most MAX_STEPS_PER_FRAME, so that a stall never turns into a burst of
+// play.
 
 #include <cstdint>
+
+#include "app/Game.h"
 
 class cFrameClient;
 class cPacingClock;
 
 class cFrameLoop {
 public:
-	static constexpr int64_t STEP_TIME = 15000000;	// in nsec
+	static constexpr int64_t NSEC_PER_MSEC = 1000000;
+	static constexpr int64_t STEP_TIME = cGame::FRAME_TIME * NSEC_PER_MSEC;	// in nsec
 	static constexpr int MAX_STEPS_PER_FRAME = 4;
 
 	explicit			cFrameLoop( cPacingClock &clock ) : clock( clock ) {}

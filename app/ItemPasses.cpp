@@ -19,17 +19,6 @@ const int32_t AMMO_SPREAD = 20;				// and up to this many fewer than 16 + 20
 const int32_t HEALTH_ITEM_AMOUNT = 20;
 const int32_t FAST_SPEED = 4;				// in pixels per step
 
-bool MayTake( int32_t playerKind, int32_t itemKind ) {
-	switch ( itemKind ) {
-		case ITEM_AMMO:
-		case ITEM_TAVESH_ENERGY:	return playerKind == KIND_TAVESH;
-		case ITEM_LUMRA_ENERGY:		return playerKind == KIND_LUMRA;
-		case ITEM_HEALTH:
-		case ITEM_SPEED:			return true;
-		default:					return false;
-	}
-}
-
 // The generator is seeded at every ammunition pickup: two within one second add the same.
 void GiveItem( cPlayer &player, int32_t itemKind ) {
 	switch ( itemKind ) {
@@ -64,7 +53,7 @@ tItemList::iterator FindItemFor( const cPlayer &player, tItemList &items ) {
 		int32_t ix = 0;
 		int32_t iy = 0;
 		item.GetCell( ix, iy );
-		return ix == cx && iy == cy && MayTake( player.GetKind(), item.GetKind() );
+		return ix == cx && iy == cy && player.MayTake( item.GetKind() );
 	} );
 }
 

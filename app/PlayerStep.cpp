@@ -2,10 +2,8 @@
 
 #include "app/Game.h"
 
-#include <algorithm>
-#include <cstdlib>
-
 #include "actors/ActorTypes.h"
+#include "actors/Item.h"
 #include "actors/Player.h"
 #include "sound/SoundIds.h"
 #include "world/Grid.h"
@@ -13,31 +11,8 @@
 
 namespace {
 
-const int32_t LUMRA_FIRE_DRAIN = 50;		// in msec of energy per step with fire held and the skill on
-const int32_t REVIVE_HEALTH = 26;
-
 // The cells next to a cell, in the order the use key looks at them: right, left, below, above.
 const int32_t NEIGHBOURS[4][2] = { { 1, 0 }, { -1, 0 }, { 0, 1 }, { 0, -1 } };
-
-// Each axis is tried alone from where the player stands, so a slanted push into a wall slides
-// along it with the pressed facing kept; the diagonal target itself is never tested.
-void MovePlayer( cPlayer &player, const cScene &scene, int32_t dx, int32_t dy, int32_t direction ) {
-	int32_t x = 0;
-	int32_t y = 0;
-	player.GetPosition( x, y );
-	const int32_t speed = player.GetSpeed();
-	if ( dx != 0 && !scene.IsFree( x + dx * speed, y, false ) ) {
-		dx = 0;
-	}
-	if ( dy != 0 && !scene.IsFree( x, y + dy * speed, false ) ) {
-		dy = 0;
-	}
-	const bool moving = dx != 0 || dy != 0;
-	player.SetMoving( moving );
-	if ( moving ) {
-		player.Move( direction, dx, dy );
-	}
-}
 
 // A shot's sound goes by the weapon it was fired with; the machine gun also pays for it.
 void PlayShotSound( cPlayer &player, cSoundLayer &soundLayer ) {
@@ -57,9 +32,7 @@ void PlayShotSound( cPlayer &player, cSoundLayer &soundLayer ) {
 	}
 }
 
-// lumra holding fire with the skill on drains her energy on every step, cooling down or not.
 void FirePlayer( cPlayer &player, bool fire, tBulletList &bullets, cSoundLayer &soundLayer ) {
-	const int32_t kind = player.GetKind();
 	if ( !fire ) {
 		player.ReleaseTrigger();
 		return;
@@ -69,24 +42,7 @@ void FirePlayer( cPlayer &player, bool fire, tBulletList &bullets, cSoundLayer &
 	if ( shot ) {
 		PlayShotSound( player, soundLayer );
 	}
-	if ( kind == KIND_LUMRA && player.IsSkillActive() ) {
-		player.SetEnergy( std::max( player.GetEnergy() - LUMRA_FIRE_DRAIN, 0 ) );
-	}
-}
-
-// A partner who is down comes back when the player stands on its cell or one edge-adjacent to it.
-void RevivePartner( const cPlayer &player, cPlayer &partner ) {
-	int32_t cx = 0;
-	int32_t cy = 0;
-	int32_t ox = 0;
-	int32_t oy = 0;
-	player.GetCell( cx, cy );
-	partner.GetCell( ox, oy );
-	const int32_t distance = std::abs( cx - ox ) + std::abs( cy - oy );
-	if ( distance <= 1 ) {
-		partner.SetDead( false );
-		partner.AddHealth( REVIVE_HEALTH );
-	}
+	player.PayForFiringHidden();
 }
 
 // The first neighbour of the cell holding the walk code; false when none does. Neighbours
@@ -104,7 +60,7 @@ bool FindNeighbour( const cScene &scene, int32_t cx, int32_t cy, int32_t code, i
 
 void UsePlayer( cPlayer &player, cPlayer *partner, cScene &scene, tItemList &items, cSoundLayer &soundLayer ) {
 	if ( partner != nullptr && partner->IsDead() ) {
-		RevivePartner( player, *partner );
+		player.RevivePartner( *partner );
 	}
 	int32_t cx = 0;
 	int32_t cy = 0;
@@ -116,7 +72,8 @@ void UsePlayer( cPlayer &player, cPlayer *partner, cScene &scene, tItemList &ite
 		soundLayer.PlaySound( SOUND_DOOR_OPEN, false );
 	}
 	if ( FindNeighbour( scene, cx, cy, WALK_BOX, column, row ) ) {
-		scene.OpenBox( column, row, items );
+		scene.OpenBox( column, row );
+		cItem::AddBoxContent( column, row, items );
 		soundLayer.PlaySound( SOUND_OPEN_BOX, false );
 	}
 }
@@ -131,7 +88,7 @@ void cGame::UpdatePlayer( cPlayer &player, int32_t dx, int32_t dy, int32_t direc
 // With no partner this is the one-player step: the same, without revival.
 void cGame::UpdatePlayerCoop( cPlayer &player, cPlayer *partner, int32_t dx, int32_t dy, int32_t direction,
 							bool fire, bool skill, bool use, int32_t &health ) {
-	MovePlayer( player, *scene, dx, dy, direction );
+	player.Walk( *scene, dx, dy, direction );
 	FirePlayer( player, fire, *bullets, soundLayer );
 	if ( skill ) {
 		player.ToggleSkill();

@@ -3,14 +3,14 @@
 
 #include <cstdint>
 
+#include "platform/ScreenSize.h"
+
 const int MAP_COLUMNS		= 60;
 const int MAP_ROWS			= 75;
 const int MAP_CELLS			= MAP_COLUMNS * MAP_ROWS;
 const int CELL_SIZE			= 32;						// in pixels
 const int WORLD_WIDTH		= MAP_COLUMNS * CELL_SIZE;	// in pixels
 const int WORLD_HEIGHT		= MAP_ROWS * CELL_SIZE;		// in pixels
-const int VIEW_WIDTH		= 640;						// in pixels
-const int VIEW_HEIGHT		= 480;						// in pixels
 const int BODY_SIZE			= 32;						// side of a character or item, in pixels
 const int BULLET_SIZE		= 20;						// side of a bullet's box, in pixels
 

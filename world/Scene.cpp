@@ -7,8 +7,6 @@
 #include <fstream>
 #include <limits>
 
-#include "actors/ActorTypes.h"
-#include "actors/Item.h"
 #include "log/Log.h"
 #include "world/Grid.h"
 
@@ -16,17 +14,6 @@ namespace {
 
 const char *const DEFAULT_MAP_FOLDER = "./resources/map/";
 const size_t SHOWN_TOKEN_LENGTH = 24;		// a bad token is quoted in the log up to this length
-
-// The two boxes that hold something, and what they hold.
-struct cBoxContent {
-	int			column;
-	int			row;
-	int32_t		itemKind;
-};
-const cBoxContent BOX_CONTENTS[] = {
-	{ 54, 28, ITEM_LUMRA_ENERGY },
-	{ 51, 3, ITEM_TAVESH_ENERGY },
-};
 
 // The indoor area whose roofs the drawing hides while a player is inside.
 const int ROOF_FIRST_COLUMN = 53;
@@ -219,18 +206,13 @@ void cScene::OpenDoor( int column, int row ) {
 	}
 }
 
-void cScene::OpenBox( int column, int row, tItemList &items ) {
+void cScene::OpenBox( int column, int row ) {
 	if ( !IsInGrid( column, row ) ) {
 		return;
 	}
 	const int cell = CellIndex( column, row );
 	walkMap[cell] = WALK_FLOOR;
 	objectMap[cell] = 0;
-	for ( const cBoxContent &box : BOX_CONTENTS ) {
-		if ( box.column == column && box.row == row ) {
-			items.push_back( cItem( box.itemKind, column * CELL_SIZE, row * CELL_SIZE ) );
-		}
-	}
 }
 
 bool cScene::IsUnderRoof( int column, int row ) const {

@@ -7,8 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "actors/ActorLists.h"
-
 class cScene {
 public:
 	static const int32_t START_CAMERA_X = 0;			// in pixels: the bottom-left screen
@@ -54,8 +52,8 @@ public:
 	bool				IsFree( int32_t x, int32_t y, bool small ) const;
 	// Opens the door at the cell and every door cell 4-connected to it.
 	void				OpenDoor( int column, int row );
-	// Opens the box at the cell; the two boxes that hold energy upgrades add them to items.
-	void				OpenBox( int column, int row, tItemList &items );
+	// Opens the box at the cell; what it holds is the items' business (cItem::AddBoxContent).
+	void				OpenBox( int column, int row );
 	bool				IsUnderRoof( int column, int row ) const;
 
 	int32_t				GetCameraZone( int32_t x, int32_t y ) const;

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "world/Grid.h"
+#include "platform/ScreenSize.h"
 
 const char *const cSdlWindow::TITLE = "Project Kormaveth 2D";
 const char *const cSdlWindow::ICON_PATH = "./resources/icon/kmvt.ico";

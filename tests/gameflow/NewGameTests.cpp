@@ -113,7 +113,8 @@ TEST_F( NewGameTest, GameTakesThePlayersCharactersAndDifficultyChosen ) {
 		}
 		EXPECT_EQ( firstWalk, std::vector<int32_t>( walk, walk + MAP_CELLS ) ) << "the map is read anew";
 		Game().GetEnemies()->erase( Game().GetEnemies()->begin() );
-		Game().GetScene()->OpenBox( 51, 3, *Game().GetItems() );
+		Game().GetScene()->OpenBox( 51, 3 );
+		cItem::AddBoxContent( 51, 3, *Game().GetItems() );
 		gameState = STATE_PAUSE;
 	}
 }

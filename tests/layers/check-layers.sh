@@ -1,30 +1,47 @@
 #!/usr/bin/env bash
-# The game's layers, checked on every #include of its folders. Each folder may include itself and
-# the folders (or single headers) listed after it, which are the layers below it. Backends live in
-# */sdl/ (the only code that may include SDL) and */headless/; the game logic includes neither, a
-# backend may include the logic and backends of its own kind, and program/main.cpp, which puts the
-# SDL game together, may include anything. The harness (the game without a window) counts as headless.
-# The online game (net/) sits above app and replay and below the program; its ENet link lives in the
-# backend folder net/enet/, the only code that includes ENet, which the programs (program/main.cpp,
-# the harness's autoplay) put together.
+# The game's layers, checked on every #include of its folders. LAYERS lists the folders from the
+# bottom up, each with the folders below it that it may include; a folder may always include
+# itself, and may list only folders on the lines above its own, so no arrow ever points back up.
+# Backends live in FOLDER/KIND/ for each kind of BACKENDS; a backend keeps to its folder's layer,
+# may include the backends of its own kind, and is the only code that includes its kind's outside
+# library. The game logic includes no backend. The harness (the game without a window) plays on
+# the headless backends. A new layer is one more line in LAYERS and its name in the lists of the
+# layers above it; a new kind of backend is one more entry in BACKENDS. The online game (net/) sits
+# above app and replay; its ENet link is the backend net/enet/, the only code that includes ENet.
 #   check-layers.sh [SOURCE_DIR]   prints every include against the rules; fails if there is one
 set -u
 cd "${1:-$(dirname "$0")/../..}" || exit 2
 
-declare -A ALLOWED=(
-	[log]=""
-	[platform]="log"
-	[input]="log platform"
-	[sound]="log"
-	[world]="log actors"
-	[actors]="log platform sound world ai"
-	[ai]="log platform sound world actors"
-	[graphics]="log platform world actors ai"
-	[app]="log platform input sound world actors ai graphics"
-	[replay]="log platform input sound world actors ai graphics app"
-	[net]="log platform input sound world actors ai graphics app replay"
-	[harness]="log platform input sound world actors ai graphics app replay net"
-	[program]="log platform input sound world actors ai graphics app replay net"
+LAYERS=(
+	"log:"
+	"platform:	log"
+	"input:		log platform"
+	"sound:		log"
+	"world:		log platform"
+	"actors:	log platform sound world"
+	"ai:		log platform sound world actors"
+	"graphics:	log platform world actors ai"
+	"app:		log platform input sound world actors ai graphics"
+	"replay:	log platform input sound actors graphics app"
+	"net:		log platform input sound world actors ai graphics app replay"
+	"harness:	log platform input sound world actors ai graphics app replay net"
+	"program:	log platform input sound world actors ai graphics app replay net"
+)
+
+# Each kind of backend and the start of the outside library's headers that only it may include.
+declare -A BACKENDS=(
+	[sdl]="SDL"
+	[headless]=""
+	[enet]="enet/"
+)
+declare -A FOLDER_KIND=(
+	[harness]=headless
+)
+
+# The files allowed past the backend rules, each with the reason.
+declare -A EXCEPTIONS=(
+	[program/main.cpp]="the entry point puts the SDL game together: it starts SDL and picks every backend"
+	[harness/OnlineAutoplay.cpp]="the autoplay program's online game puts its ENet link together, as the entry point does"
 )
 
 broken=0
@@ -33,43 +50,74 @@ complain() {
 	broken=$(( broken + 1 ))
 }
 
-# May the file (folder/.../name) include the header (folder/.../name.h)?
-check_include() {
-	local file="$1" header="$2"
-	local folder="${file%%/*}" target="${header%%/*}"
-	local backend="" kind
-	for kind in sdl headless enet; do
-		[[ "$file" == */$kind/* ]] && backend=$kind
+declare -A ALLOWED=()
+ORDER=()
+for line in "${LAYERS[@]}"; do
+	folder="${line%%:*}"
+	for below in ${line#*:}; do
+		[[ -n "${ALLOWED[$below]+set}" ]] || complain "check-layers.sh" "$folder/ lists $below/, which is not below it"
 	done
-	[[ "$file" == harness/* ]] && backend=headless	# the harness plays on the headless backends
-	if [[ "$header" == */sdl/* || "$header" == */headless/* || "$header" == */enet/* ]]; then
-		[[ -n "$backend" && "$header" == */$backend/* ]] && return
-		[[ "$header" == net/enet/* && "$file" == harness/* ]] && return	# the autoplay program's link
-		complain "$file" "the logic includes the backend header $header"
-		return
-	fi
-	[[ -n "$backend" || "$target" == "$folder" ]] && return
+	ALLOWED[$folder]="${line#*:}"
+	ORDER+=( "$folder" )
+done
+
+# The kind of backend a file belongs to, empty for the game logic.
+backend_kind() {
+	local file="$1" kind
+	for kind in "${!BACKENDS[@]}"; do
+		[[ "$file" == */$kind/* ]] && { echo "$kind"; return; }
+	done
+	echo "${FOLDER_KIND[${file%%/*}]:-}"
+}
+
+describe() {
+	if [[ -n "$1" ]]; then echo "the $1 backend"; else echo "the logic"; fi
+}
+
+# May the file (folder/.../name) of the backend kind (empty for logic) include the header?
+check_include() {
+	local file="$1" kind="$2" header="$3"
+	local folder="${file%%/*}" target="${header%%/*}"
 	[[ -z "${ALLOWED[$target]+set}" ]] && return		# not one of the game's folders
+	local other
+	for other in "${!BACKENDS[@]}"; do
+		if [[ "$header" == */$other/* && "$other" != "$kind" && -z "${EXCEPTIONS[$file]+set}" ]]; then
+			complain "$file" "$( describe "$kind" ) includes the backend header $header"
+			return
+		fi
+	done
+	[[ "$target" == "$folder" ]] && return
 	local allowed
 	for allowed in ${ALLOWED[$folder]}; do
-		[[ "$allowed" == "$target" || "$allowed" == "$header" ]] && return
+		[[ "$allowed" == "$target" ]] && return
 	done
 	complain "$file" "$folder/ includes $header from a layer above it"
 }
 
-for folder in "${!ALLOWED[@]}"; do
+# Only a backend of the kind includes the kind's outside library.
+check_libraries() {
+	local file="$1" kind="$2" other
+	[[ -n "${EXCEPTIONS[$file]+set}" ]] && return
+	for other in "${!BACKENDS[@]}"; do
+		local library="${BACKENDS[$other]}"
+		if [[ -n "$library" && "$other" != "$kind" ]] && grep -qE "^\s*#\s*include\s*[<\"]$library" "$file"; then
+			complain "$file" "includes $library outside an $other/ folder"
+		fi
+	done
+}
+
+for folder in "${ORDER[@]}"; do
+	[[ -d "$folder" ]] || continue
 	while IFS= read -r file; do
-		[[ "$file" == program/main.cpp ]] && continue
-		if [[ "$file" != */sdl/* ]] && grep -qE '^\s*#\s*include\s*[<"]SDL' "$file"; then
-			complain "$file" "includes SDL outside an sdl/ folder"
-		fi
-		if [[ "$file" != net/enet/* ]] && grep -qE '^\s*#\s*include\s*[<"]enet/' "$file"; then
-			complain "$file" "includes ENet outside net/enet/"
-		fi
+		kind=$(backend_kind "$file")
+		check_libraries "$file" "$kind"
 		while IFS= read -r header; do
-			check_include "$file" "$header"
+			check_include "$file" "$kind" "$header"
 		done < <(sed -nE 's/^\s*#\s*include\s*"([^"]+)".*/\1/p' "$file")
 	done < <(find "$folder" -name '*.h' -o -name '*.cpp' | sort)
+done
+for file in "${!EXCEPTIONS[@]}"; do
+	echo "exception: $file: ${EXCEPTIONS[$file]}"
 done
 if [ "$broken" -gt 0 ]; then
 	echo "$broken includes break the layers"

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <utility>
 
 #include "LogCapture.h"
 #include "TempDir.h"
@@ -222,9 +223,10 @@ TEST( SceneBoxTest, TheTwoItemBoxesHoldTheEnergyUpgrades ) {
 	layers.walk[CellIndex( 10, 10 )] = WALK_BOX;
 	std::unique_ptr<cScene> scene = layers.Build();
 	tItemList items;
-	scene->OpenBox( 54, 28, items );
-	scene->OpenBox( 10, 10, items );
-	scene->OpenBox( 51, 3, items );
+	for ( const auto &box : { std::make_pair( 54, 28 ), std::make_pair( 10, 10 ), std::make_pair( 51, 3 ) } ) {
+		scene->OpenBox( box.first, box.second );
+		cItem::AddBoxContent( box.first, box.second, items );
+	}
 	ASSERT_EQ( items.size(), 2u ) << "only two boxes hold anything";
 	EXPECT_TRUE( items[0].GetKind() == ITEM_LUMRA_ENERGY && items[1].GetKind() == ITEM_TAVESH_ENERGY );
 	EXPECT_EQ( Where( items[0] ) + Where( items[1] ), "(1728, 896)(1632, 96)" ) << "each on its box's cell";
