@@ -22,7 +22,7 @@ LAYERS=(
 	"ai:		log platform sound world actors"
 	"graphics:	log platform world actors ai"
 	"app:		log platform input sound world actors ai graphics"
-	"replay:	log platform input sound actors graphics app"
+	"replay:	log platform input sound world actors ai graphics app"
 	"net:		log platform input sound world actors ai graphics app replay"
 	"harness:	log platform input sound world actors ai graphics app replay net"
 	"program:	log platform input sound world actors ai graphics app replay net"
