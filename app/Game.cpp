@@ -31,17 +31,35 @@ bool cGame::Init( const cPlatform &platform, bool fullscreen ) {
 		cLog::Write( "Error initializing Graphics!" );
 		return false;
 	}
-	if ( !inputLayer.Init( platform.input, true, cInputLayer::DEVICE_KEYBOARD | cInputLayer::DEVICE_MOUSE ) ) {
+	if ( !InitInput( platform.input ) ) {
 		cLog::Write( "Error initializing Input!" );
 		return false;
 	}
-	inputLayer.SetMousePosition( MOUSE_START_X, MOUSE_START_Y );
 	if ( !soundLayer.Init( platform.sound ) ) {
 		cLog::Write( "Error initializing Sound!" );
 	}
 	graphicsLayer.LoadTextures( dataRoot );
 	soundLayer.LoadSounds( cSoundLayer::GetSoundFolder( dataRoot ).c_str() );
 	return true;
+}
+
+bool cGame::InitInput( cInputBackend *input ) {
+	if ( !inputLayer.Init( input, true, cInputLayer::DEVICE_KEYBOARD | cInputLayer::DEVICE_MOUSE ) ) {
+		return false;
+	}
+	inputLayer.SetMousePosition( MOUSE_START_X, MOUSE_START_Y );
+	return true;
+}
+
+void cGame::Restart( cInputBackend *input ) {
+	ClearGame();
+	gameState = STATE_MAIN_MENU;
+	endTime = 0;
+	clickLatch = false;
+	config = cConfig();
+	soundLayer.StopAll();
+	inputLayer.Release();
+	InitInput( input );
 }
 
 bool cGame::Step() {

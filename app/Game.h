@@ -52,6 +52,10 @@ public:
 	bool				KeepMusic();
 	bool				RenderFrame() const;
 	void				ClearGame();
+	// Back to the game as Init left it, reading another input backend: the main menu, the default
+	// options, no game, the cursor in the middle, nothing playing. Both machines of an online game
+	// begin from here, and so does every recording of one.
+	void				Restart( cInputBackend *input );
 
 	// Menus and the new game.
 	bool				ProcessMenus( cKeyboard &keyboard, cMouse &mouse );
@@ -95,6 +99,7 @@ public:
 	bool				IsClickLatched() const { return clickLatch; }
 
 private:
+	bool				InitInput( cInputBackend *input );
 	void				LeaveEndScreen();
 	void				ExplodeRemainingEnemies();
 	bool				ClickEntry( int entry );

@@ -21,3 +21,6 @@ std::string CheckPicture( const uint8_t *data, size_t size );
 // with a checkpoint for every 100 steps, whose tape plays exactly its steps and which, written
 // again, reads back the same.
 std::string CheckReplayFile( const uint8_t *data, size_t size );
+// The bytes as a packet from the online partner: refused with a reason, or read into a message
+// within every bound and the window of steps, which written again reads back the same.
+std::string CheckNetPacket( const uint8_t *data, size_t size );

@@ -8,11 +8,12 @@
 # picture: every picture and the window icon, and the cursor in other formats (when ImageMagick is
 #          at hand), which the loader, decoding PNG only, must refuse without harm.
 # replay:  the recorded games of tests/replays/.
+# net:     one packet of each kind the online game sends, its steps inside the check's window.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 out=${1:?usage: fuzz/make-seeds.sh OUT}
 rm -rf "$out"
-mkdir -p "$out/map" "$out/wave" "$out/picture" "$out/replay"
+mkdir -p "$out/map" "$out/wave" "$out/picture" "$out/replay" "$out/net"
 
 max_wave_samples=16384		# in bytes: whole frames of every format the game takes
 
@@ -60,3 +61,13 @@ make_map_seeds
 make_wave_seeds
 make_picture_seeds
 cp tests/replays/*.kmr "$out/replay/" 2> /dev/null || true
+
+make_net_seeds() {
+  printf '\x01\x01\x051.0.0\x01\x02\x03\x04\x05\x06\x07\x08\x11\x12\x13\x14\x15\x16\x17\x18\x00' > "$out/net/hello"
+  printf '\x02\x05\x10\x27\x00\x00\x80\x80\x80\x80\x0c' > "$out/net/start"
+  printf '\x03\x64\x64\x03\x05\x01\x11\x11\x20\x40\x02\x00' > "$out/net/inputs"
+  printf '\x04\x78\x01\x02\x03\x04\x05\x06\x07\x08\x02\x01\x04game\x05scene\x01\x00\x00\x00\x02\x00\x00\x00' > "$out/net/hash"
+  printf '\x05\x10\x27\x00\x00' > "$out/net/ping"
+  printf '\x07\x01\x78' > "$out/net/bye"
+}
+make_net_seeds

@@ -65,6 +65,7 @@ const char *DescribeOutcome( eOutcome outcome ) {
 
 bool cAutoplayGame::Play( const cGameSetup &setup, cGameResult &result ) {
 	result = cGameResult();
+	settleFrames = MENU_FRAMES + setup.inputDelay;
 	headless.GetInput().ReleaseAllKeys();
 	PlugPads( setup );
 	bool played = gameState == STATE_MAIN_MENU && ChooseDifficulty( setup.difficulty );
@@ -82,7 +83,7 @@ bool cAutoplayGame::Play( const cGameSetup &setup, cGameResult &result ) {
 
 bool cAutoplayGame::ClickEntry( int entry ) {
 	const cRect &rect = MENU_ENTRIES[entry - 1];
-	return ClickAt( ( rect.left + rect.right ) / 2, ( rect.top + rect.bottom ) / 2 ) && headless.Frames( MENU_FRAMES );
+	return ClickAt( ( rect.left + rect.right ) / 2, ( rect.top + rect.bottom ) / 2 ) && headless.Frames( settleFrames );
 }
 
 bool cAutoplayGame::ClickAt( int32_t x, int32_t y ) {
@@ -156,7 +157,7 @@ bool cAutoplayGame::StartGame( const cGameSetup &setup ) {
 		return false;
 	}
 	const cRect &rect = MENU_ENTRIES[ENTRY_FIRST_CHARACTER + setup.character - 1];
-	if ( !ClickAt( ( rect.left + rect.right ) / 2, ( rect.top + rect.bottom ) / 2 ) ) {
+	if ( !ClickAt( ( rect.left + rect.right ) / 2, ( rect.top + rect.bottom ) / 2 ) || !headless.Frames( setup.inputDelay ) ) {
 		return false;
 	}
 	const cScene *scene = headless.GetGame().GetScene();
@@ -178,6 +179,9 @@ void cAutoplayGame::RunPlay( const cGameSetup &setup, cGameResult &result ) {
 	const uint32_t startTick = headless.GetClock().GetTickCount();
 	while ( gameState == STATE_PLAYING && result.frames < setup.frameLimit ) {
 		for ( size_t player = 0; player < bots.size(); player++ ) {
+			if ( setup.localPlayer >= 0 && static_cast<int>( player ) != setup.localPlayer ) {
+				continue;
+			}
 			const cBotKeys keys = bots[player]->Think( headless.GetGame() );
 			if ( onPads ) {
 				PressBotPad( headless, static_cast<int>( player ), keys );
@@ -196,6 +200,9 @@ void cAutoplayGame::RunPlay( const cGameSetup &setup, cGameResult &result ) {
 		}
 	}
 	const cGame &game = headless.GetGame();
+	if ( game.GetScene() == nullptr ) {
+		return;		// an online game that ended under the bots left nothing to count
+	}
 	result.enemiesLeft = static_cast<int>( game.GetEnemies()->size() );
 	result.doorsClosed = CountCells( *game.GetScene(), WALK_DOOR );
 	result.boxesClosed = CountCells( *game.GetScene(), WALK_BOX );
@@ -285,7 +292,7 @@ bool cAutoplayGame::ReturnToMenu() {
 	const bool going = headless.Frame();
 	input.SetKey( KEY_ESCAPE, false );
 	input.SetPad( GetPadId( 0 ), cPadState() );
-	if ( !going || !headless.Frames( MENU_FRAMES ) ) {
+	if ( !going || !headless.Frames( settleFrames ) ) {
 		return false;
 	}
 	if ( playing && ( gameState != STATE_PAUSE || !ClickEntry( ENTRY_BACK ) ) ) {

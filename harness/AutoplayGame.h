@@ -25,6 +25,8 @@ struct cGameSetup {
 	std::time_t			calendar = 1700000000;	// in seconds: seeds the drops and the boss's walks
 	bool				liveCalendar = false;	// the second moves on with the game's clock, as in a real run
 	bool				pads = false;		// every player on a scripted pad of its own, the menus too
+	int					localPlayer = -1;	// online: the one player (0 or 1) whose bot plays here; -1 both
+	int					inputDelay = 0;		// online: steps before a key pressed here reaches the game
 	cBotOptions			bot;
 };
 
@@ -78,6 +80,7 @@ private:
 
 	cHeadlessGame &		headless;
 	bool				onPads = false;
+	int					settleFrames = 0;	// frames a menu gets after a click: more online, by the input delay
 	std::function<void( const cGame &, int )>	watcher;
 };
 

@@ -37,7 +37,7 @@ bool cHeadlessGame::Frame() {
 // test moving it on) is followed at once by the next.
 bool cHeadlessGame::Step() {
 	const uint32_t start = clock.GetTickCount();
-	const bool going = game.Step();
+	const bool going = stepRunner ? stepRunner( game ) : game.Step();
 	if ( onStepEnd ) {
 		onStepEnd();
 	}

@@ -35,6 +35,8 @@ public:
 	bool					Step();
 	// Called after every step (a recorder marking the step's end, for example).
 	void					SetStepEnd( std::function<void()> stepEnd ) { onStepEnd = std::move( stepEnd ); }
+	// Runs each step instead of the game's own Step (an online session, which waits for the partner).
+	void					SetStepRunner( std::function<bool( cGame & )> runner ) { stepRunner = std::move( runner ); }
 	bool					Frames( int count );			// stops early when the game ends
 	// A click is a press seen in one frame and a release seen in the next, at a 640 x 480 point.
 	bool					Click( int32_t x, int32_t y );
@@ -54,4 +56,5 @@ private:
 	cGame						game;
 	bool						started = false;
 	std::function<void()>		onStepEnd;
+	std::function<bool( cGame & )> stepRunner;
 };

@@ -14,6 +14,10 @@
 // writes its recording there, named after the game: 1p-tavesh-d2-victory.kmr, 2p-lumra-tavesh-...
 // --open-doors has lumra open the doors in view, as every bot opens the boxes; --reckless bots do
 // not dodge the enemies' shots.
+// Online (see harness/OnlineAutoplay.h): --host[=PORT] waits for a partner and plays one
+// two-player game as player 1, --join=HOST[:PORT] plays player 2; --delay=STEPS, --wait=SECONDS
+// (the host's wait for a partner), --online-record=FILE writes the online game's recording, and
+// --version-as=TEXT names another version in the handshake, to see the refusal.
 // The exit status is 0 when every game ran through the menus and ended without a broken frame.
 
 #include <malloc.h>
@@ -37,6 +41,11 @@ extern "C" size_t __sanitizer_get_current_allocated_bytes();
 #include "actors/GameState.h"
 #include "world/Scene.h"
 #include "harness/HeadlessGame.h"
+#include "Version.h"
+#if KMVT_ONLINE
+#include "harness/OnlineAutoplay.h"
+#include "net/Link.h"
+#endif
 
 namespace {
 
@@ -50,6 +59,10 @@ struct cRunOptions {
 	std::string			resources;
 	std::string			recordFolder;
 	int					traceEvery = 0;
+#if KMVT_ONLINE
+	bool				online = false;
+	cOnlineOptions		onlineOptions;
+#endif
 };
 
 // Every so many frames: where the players stand, their health, and the enemies in view.
@@ -85,6 +98,39 @@ bool ReadValue( const char *argument, const char *name, std::string &value ) {
 	return true;
 }
 
+#if KMVT_ONLINE
+bool ParseOnlineOption( const char *argument, cRunOptions &options ) {
+	cOnlineOptions &online = options.onlineOptions;
+	std::string value;
+	if ( std::strcmp( argument, "--host" ) == 0 || ReadValue( argument, "--host=", value ) ) {
+		options.online = true;
+		online.host = true;
+		online.port = value.empty() ? cLink::DEFAULT_PORT : static_cast<uint16_t>( std::atoi( value.c_str() ) );
+	} else if ( ReadValue( argument, "--join=", value ) ) {
+		const size_t colon = value.rfind( ':' );
+		options.online = true;
+		online.host = false;
+		online.partner = value.substr( 0, colon );
+		online.port = colon == std::string::npos ? cLink::DEFAULT_PORT : static_cast<uint16_t>( std::atoi( value.c_str() + colon + 1 ) );
+	} else if ( ReadValue( argument, "--delay=", value ) ) {
+		online.delay = static_cast<uint32_t>( std::atoi( value.c_str() ) );
+	} else if ( ReadValue( argument, "--wait=", value ) ) {
+		online.waitSeconds = std::atoi( value.c_str() );
+	} else if ( ReadValue( argument, "--online-record=", value ) ) {
+		online.recordPath = value;
+	} else if ( ReadValue( argument, "--version-as=", value ) ) {
+		online.version = value;
+	} else {
+		return false;
+	}
+	return true;
+}
+#else
+bool ParseOnlineOption( const char *, cRunOptions & ) {
+	return false;
+}
+#endif
+
 bool ParseOption( const char *argument, cRunOptions &options ) {
 	std::string value;
 	if ( ReadValue( argument, "--players=", value ) ) {
@@ -119,6 +165,8 @@ bool ParseOption( const char *argument, cRunOptions &options ) {
 		options.setup.pads = true;
 	} else if ( std::strcmp( argument, "--vary" ) == 0 ) {
 		options.vary = true;
+	} else if ( ParseOnlineOption( argument, options ) ) {
+		return true;
 	} else {
 		return false;
 	}
@@ -183,6 +231,15 @@ int main( int argc, char **argv ) {
 		std::fprintf( stderr, "kmvt_autoplay: cannot enter %s\n", options.resources.c_str() );
 		return 2;
 	}
+#if KMVT_ONLINE
+	if ( options.online ) {
+		options.onlineOptions.setup = options.setup;
+		if ( options.onlineOptions.version.empty() ) {
+			options.onlineOptions.version = KMVT_VERSION;
+		}
+		return PlayOnline( options.onlineOptions );
+	}
+#endif
 	std::unique_ptr<cRecordedGame> shared;
 	if ( options.recordFolder.empty() ) {
 		shared = std::make_unique<cRecordedGame>( "" );

@@ -2,8 +2,9 @@
 #pragma once
 // cCommandLine is what the program was asked to do: play as usual (no argument), record the run,
 // play a recording in the window or check it without one, or print its help or version; and
-// whether the window is full screen, or the player is asked.
+// whether the window is full screen, or the player is asked; whether it hosts an online game or joins one.
 
+#include <cstdint>
 #include <string>
 
 struct cCommandLine {
@@ -15,7 +16,17 @@ struct cCommandLine {
 	std::string			error;			// WRONG: what was wrong, for the usage line
 	eScreen				screen = ASK_SCREEN;	// --window, --fullscreen or neither
 
+	enum eOnline { ALONE, HOST, JOIN };
+	eOnline				online = ALONE;
+	std::string			partner;		// JOIN: the host's name or address
+	uint16_t			port = 0;		// HOST and JOIN: the host's UDP port
+	uint32_t			delay = 0;		// --delay STEPS; 0 lets the host measure it
+
 	static cCommandLine	Parse( int argc, const char *const *argv );
+	// --host [PORT], --join HOST[:PORT] and --delay STEPS at argv[i]: false when argv[i] is none of
+	// them; i moves past what it took, error says what is wrong with it.
+	static bool			TakeOnlineOption( int argc, const char *const *argv, int &i, cCommandLine &line,
+										  std::string &error );
 	static std::string	GetUsageLine( const std::string &error );	// one line, ends with a newline
 	static std::string	GetHelp();
 	static std::string	GetVersion();

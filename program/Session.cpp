@@ -9,6 +9,7 @@
 #include "app/StateHash.h"
 #include "input/KeyCodes.h"
 #include "log/Printable.h"
+#include "net/NetSession.h"
 #include "replay/GameStep.h"
 #include "replay/Recorder.h"
 #include "replay/Replay.h"
@@ -24,6 +25,9 @@ bool cSession::Open( const cCommandLine &line, cInputBackend &platformInput, cSo
 	input = &platformInput;
 	sound = platformSound;
 	clock = &platformClock;
+	if ( line.online != cCommandLine::ALONE ) {
+		return true;		// the online session records its games itself
+	}
 	if ( line.mode == cCommandLine::RECORD ) {
 		recorder = std::make_unique<cRecorder>( platformInput, platformClock );
 		recordPath = line.file;
@@ -42,7 +46,23 @@ bool cSession::Open( const cCommandLine &line, cInputBackend &platformInput, cSo
 	return true;
 }
 
+// Both machines' sound layers open, whatever their devices do: the state the two compare holds it.
+void cSession::OpenOnline( const cCommandLine &line, cLink &link, const cHello &hello, cPacingClock &time ) {
+	const cNetSession::eRole role = line.online == cCommandLine::HOST ? cNetSession::HOST : cNetSession::JOIN;
+	const std::string recordPath = line.mode == cCommandLine::RECORD ? line.file : std::string();
+	online = std::make_unique<cNetSession>( link, role, hello, recordPath, *input, *clock, time );
+	replaySound = std::make_unique<cReplaySound>( sound, true );
+	input = &online->GetInput();
+	clock = &online->GetClock();
+	sound = replaySound.get();
+}
+
+bool cSession::IsWaitingForPartner() const {
+	return online && online->IsWaiting();
+}
+
 void cSession::Watch( const cGame &game ) {
+	watched = &game;
 	if ( recorder ) {
 		recorder->Watch( game );
 	}
@@ -53,6 +73,9 @@ bool cSession::IsReplaying() const {
 }
 
 bool cSession::Step( cGame &game ) {
+	if ( online ) {
+		return online->Step( game );
+	}
 	if ( !IsReplaying() ) {
 		const bool going = StepGame( game );
 		if ( recorder ) {
@@ -90,6 +113,9 @@ void cSession::EndReplay( cGame &game ) {
 }
 
 bool cSession::Close( std::string &error ) {
+	if ( online && watched != nullptr ) {
+		online->Close( *watched );
+	}
 	if ( !recorder ) {
 		return true;
 	}

@@ -4,7 +4,8 @@
 // a recording of the run, written when the program ends, or a replay shown in the window. A replay
 // plays one recorded step per step of the program, four while the player holds a key other than
 // Escape; Escape, the recording's end or a step that went another way return the game to the main
-// menu under the player's control.
+// menu under the player's control. An online game (--host, --join) puts the online session there
+// instead: its input, its agreed clock and a sound layer that opens on both machines alike.
 
 #include <memory>
 #include <string>
@@ -14,6 +15,10 @@
 
 class cClock;
 class cGame;
+class cLink;
+class cNetSession;
+class cPacingClock;
+struct cHello;
 class cInputBackend;
 class cRecorder;
 class cReplay;
@@ -33,6 +38,10 @@ public:
 	// cannot be read leaves the game as always, with the line in error (and in the log).
 	bool				Open( const cCommandLine &line, cInputBackend &input, cSoundBackend *sound, cClock &clock,
 							  std::string &error );
+	// After Open, for --host and --join: the partner comes over the link, which the caller opened.
+	void				OpenOnline( const cCommandLine &line, cLink &link, const cHello &hello, cPacingClock &time );
+	// The online game has waited for the partner for more than a second.
+	bool				IsWaitingForPartner() const;
 	cInputBackend &		GetInput() { return *input; }
 	cSoundBackend *		GetSound() { return sound; }
 	cClock &			GetClock() { return *clock; }
@@ -55,4 +64,6 @@ private:
 	cRecording						recording;
 	std::unique_ptr<cReplay>		replay;
 	std::unique_ptr<cReplaySound>	replaySound;
+	std::unique_ptr<cNetSession>	online;
+	const cGame *					watched = nullptr;
 };

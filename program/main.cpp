@@ -9,6 +9,7 @@
 #include <SDL_image.h>
 
 #include <cstdio>
+#include <memory>
 #include <string>
 
 #include "app/FrameClient.h"
@@ -19,6 +20,8 @@
 #include "input/sdl/SdlInputBackend.h"
 #include "log/Log.h"
 #include "log/Printable.h"
+#include "net/Handshake.h"
+#include "net/Link.h"
 #include "platform/DataPaths.h"
 #include "platform/MonotonicClock.h"
 #include "platform/Platform.h"
@@ -26,8 +29,11 @@
 #include "platform/sdl/SdlWindow.h"
 #include "program/CommandLine.h"
 #include "program/Session.h"
+#include "program/WaitingPicture.h"
+#include "replay/Fingerprint.h"
 #include "replay/headless/ReplayCheck.h"
 #include "sound/sdl/SdlSoundBackend.h"
+#include "Version.h"
 
 namespace {
 
@@ -52,8 +58,8 @@ bool CreateMainWindow( cCommandLine::eScreen screen, cSdlWindow &window, bool &f
 // screen and a window; the input backend keeps the keys and the cursor out of the game's way.
 class cWindowFrames : public cFrameClient {
 public:
-	cWindowFrames( cSdlWindow &window, cSdlInputBackend &input, cSession &session )
-		: window( window ), input( input ), session( session ) {}
+	cWindowFrames( cSdlWindow &window, cSdlInputBackend &input, cSession &session, cWaitingPicture &waiting )
+		: window( window ), input( input ), session( session ), waiting( waiting ) {}
 
 	bool HandleEvents() override {
 		SDL_Event event;
@@ -75,7 +81,8 @@ public:
 	bool Step() override { return session.Step( game ); }
 	bool IsFrameWanted() override {
 		const Uint32 unseen = SDL_WINDOW_HIDDEN | SDL_WINDOW_MINIMIZED;
-		return ( SDL_GetWindowFlags( window.GetWindow() ) & unseen ) == 0 && picture.IsChanged( game );
+		const bool waitingChanged = waiting.Show( session.IsWaitingForPartner() );
+		return ( SDL_GetWindowFlags( window.GetWindow() ) & unseen ) == 0 && ( picture.IsChanged( game ) || waitingChanged );
 	}
 	void DrawFrame() override {
 		game.RenderFrame();
@@ -86,6 +93,7 @@ private:
 	cSdlWindow &		window;
 	cSdlInputBackend &	input;
 	cSession &			session;
+	cWaitingPicture &	waiting;
 	cFramePicture		picture;
 };
 
@@ -108,6 +116,23 @@ std::string FindData() {
 	return dataPaths.GetRoot();
 }
 
+// --host and --join: the link to the partner, and who this machine is. A link that cannot open
+// leaves the game alone, with the line on the terminal and in the log.
+std::unique_ptr<cLink> OpenOnline( const cCommandLine &line, cSession &session, const std::string &dataRoot,
+									cPacingClock &time ) {
+	std::string why;
+	std::unique_ptr<cLink> link = cLink::OpenOnNetwork( line.online == cCommandLine::HOST, line.partner, line.port, why );
+	if ( !link ) {
+		const std::string text = "No online game: " + why;
+		cLog::Write( text.c_str() );
+		std::fprintf( stderr, "%s\n", MakePrintable( text ).c_str() );
+		return nullptr;
+	}
+	const cHello hello = cHandshake::MakeHello( KMVT_VERSION, dataRoot, cFingerprint::Compute(), line.delay );
+	session.OpenOnline( line, *link, hello, time );
+	return link;
+}
+
 // The version's fingerprint plays a short game, which must leave the last real run's log alone.
 int PrintVersion() {
 	cLog::Restart( "" );
@@ -124,25 +149,30 @@ void RunGame( const cCommandLine &line, cClock &clock ) {
 		return;
 	}
 	cSdlGraphicsBackend graphics( window );
+	cWaitingPicture waiting( graphics, dataRoot );
 	cSdlInputBackend input( window );
 	cSdlSoundBackend sound;
+	cMonotonicClock pacing;
+	std::unique_ptr<cLink> link;
 	cSession session;
 	std::string error;
 	if ( !session.Open( line, input, &sound, clock, error ) ) {
 		std::fprintf( stderr, "%s\n", MakePrintable( error ).c_str() );
 	}
+	if ( line.online != cCommandLine::ALONE ) {
+		link = OpenOnline( line, session, dataRoot, pacing );
+	}
 	SetClock( &session.GetClock() );
 	cPlatform platform;
-	platform.graphics = &graphics;
+	platform.graphics = &waiting;
 	platform.input = &session.GetInput();
 	platform.sound = session.GetSound();
 	platform.dataRoot = dataRoot;
 	session.Watch( game );
 	if ( game.Init( platform, fullscreen ) ) {
 		StartPads();
-		cMonotonicClock pacing;
 		cFrameLoop loop( pacing );
-		cWindowFrames frames( window, input, session );
+		cWindowFrames frames( window, input, session, waiting );
 		loop.Run( frames );
 	}
 	if ( !session.Close( error ) ) {

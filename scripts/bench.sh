@@ -19,7 +19,8 @@ scripts/deps.sh test
 
 echo "== Release build of the game and its benchmarks in $build"
 cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=Release -DKMVT_BUILD_TESTS=OFF -DKMVT_BUILD_TOOLS=OFF -DKMVT_BUILD_BENCHMARKS=ON > /dev/null
-cmake --build "$build" -j"$(nproc)" --target kormaveth2d bench-ai bench-game bench-render bench-frame > /dev/null
+cmake --build "$build" -j"$(nproc)" --target kormaveth2d bench-ai bench-game bench-render bench-frame \
+  kmvt_autoplay kmvt_relay > /dev/null
 
 out=$(mktemp -d)
 trap 'rm -rf "$out"' EXIT
@@ -33,6 +34,10 @@ echo "== One busy frame drawn on the software renderer (bench-render)"
 "$build/bench/render/bench-render" --resources="$root" | tee "$out/render.txt"
 echo "== The frame loop on simulated displays and on the real clock (bench-frame)"
 "$build/bench/frame/bench-frame" --resources="$root" | tee "$out/frame.txt"
+echo "== Online play through the impairment relay (bench/net/online-bench.sh)"
+bin=$build
+[[ $bin = /* ]] || bin=$root/$bin
+bench/net/online-bench.sh "$bin/harness/kmvt_autoplay" "$bin/bench/net/kmvt_relay" "$root" | tee "$out/online.md"
 echo "== The share of a core of the idle main menu, the idle pause screen and a game in play"
 for screen in menu pause play; do
   bench/idle/idle-menu-cpu.sh "$build/kormaveth2d" "$root/resources" 20 "$screen" | tee -a "$out/idle.txt"
@@ -236,6 +241,19 @@ scripts/bench.sh
 
 It installs what it needs, builds in \`build/bench\` and rewrites this page. Each program also
 runs on its own from that folder, with \`--resources=\` naming the folder that holds \`resources/\`.
+
+## Online play
+
+Two autoplay programs on this machine's loopback, a bot a machine, play 2,000 steps of a
+two-player game (and the menus around it) through the test tree's impairment relay, at round
+trips of 0, 50, 100 and 200 ms, without and with 5 % loss each way (\`bench/net/online-bench.sh\`).
+The input delay D is the one the host chose at connect; a step time waited is one in which no step
+could run for want of the partner's input. Bytes per second are UDP payload, ENet's headers
+included, counted by the relay over the whole session. Goals: 66.67 steps/s within 1 % whenever
+the round trip is under D × 15 ms; at 100 ms and 5 % loss, fewer than 1 waited step in 100; under
+4 kB/s each way.
+
+$(cat "$out/online.md")
 
 ## The frame loop
 

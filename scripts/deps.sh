@@ -6,7 +6,7 @@
 #   scripts/deps.sh package  that of play, plus what makes and checks the Debian package
 set -euo pipefail
 
-play_packages=(g++ cmake make pkg-config libsdl2-dev libsdl2-image-dev libsdl2-mixer-dev)
+play_packages=(g++ cmake make pkg-config libsdl2-dev libsdl2-image-dev libsdl2-mixer-dev libenet-dev)
 test_packages=(googletest python3 libgtest-dev libbenchmark-dev libtcod-dev libsdl2-ttf-dev fonts-dejavu-core
                xvfb xauth xdotool x11-utils x11-apps xfonts-base imagemagick clang libclang-rt-14-dev
                desktop-file-utils appstream openbox)

@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: GPL-3.0-or-later
-# Fuzzes the game's file readers (map layers, WAV files, pictures with the colour key, replays) with
+# Fuzzes the game's readers (map layers, WAV files, pictures with the colour key, replays, online packets) with
 # libFuzzer, AddressSanitizer and UndefinedBehaviorSanitizer, each target for N seconds:
 #   scripts/fuzz.sh          60 s per target (the test command runs 45 s each)
 #   scripts/fuzz.sh 600      a longer session
-#   scripts/fuzz.sh 60 wave  only the named targets (map, wave, picture, replay)
+#   scripts/fuzz.sh 60 wave  only the named targets (map, wave, picture, replay, net)
 # Prints per target the executions, libFuzzer's final coverage (cov: code edges, ft: features) and
 # the findings, and fails when any target found one. The corpora grow in build/fuzz/corpus/ from run
 # to run (KMVT_FUZZ_BUILD names another build folder); findings land in build/fuzz/findings/.
@@ -14,7 +14,7 @@ root=$PWD
 seconds=${1:-60}
 build=${KMVT_FUZZ_BUILD:-build/fuzz}
 [[ $build = /* ]] || build=$root/$build
-targets=(map wave picture replay)
+targets=(map wave picture replay net)
 if (( $# > 1 )); then
   targets=("${@:2}")
 fi

@@ -143,6 +143,14 @@ bool cSoundLayer::Stop( int id ) {
 	return true;
 }
 
+void cSoundLayer::StopAll() {
+	for ( int id = 0; id < SOUND_COUNT; id++ ) {
+		Stop( id );
+	}
+	currentMusic = -1;
+	heartbeatPlaying = false;
+}
+
 // Gives back whatever was made, also after a failed Init or a failed load.
 void cSoundLayer::Release() {
 	if ( backend != nullptr ) {

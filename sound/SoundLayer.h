@@ -30,6 +30,8 @@ public:
 	bool				PlaySound( int id, bool loop );
 	bool				PlayBuffer( int id, bool loop, int32_t volume );
 	bool				Stop( int id );
+	// Every sound stopped and no music current, as after Init.
+	void				StopAll();
 	void				Release();
 
 	bool				IsEnabled() const { return enabled; }

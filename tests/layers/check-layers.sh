@@ -7,7 +7,8 @@
 # may include the backends of its own kind, and is the only code that includes its kind's outside
 # library. The game logic includes no backend. The harness (the game without a window) plays on
 # the headless backends. A new layer is one more line in LAYERS and its name in the lists of the
-# layers above it; a new kind of backend is one more entry in BACKENDS.
+# layers above it; a new kind of backend is one more entry in BACKENDS. The online game (net/) sits
+# above app and replay; its ENet link is the backend net/enet/, the only code that includes ENet.
 #   check-layers.sh [SOURCE_DIR]   prints every include against the rules; fails if there is one
 set -u
 cd "${1:-$(dirname "$0")/../..}" || exit 2
@@ -23,14 +24,16 @@ LAYERS=(
 	"graphics:	log platform world actors ai"
 	"app:		log platform input sound world actors ai graphics"
 	"replay:	log platform input sound world actors ai graphics app"
-	"harness:	log platform input sound world actors ai graphics app replay"
-	"program:	log platform input sound world actors ai graphics app replay"
+	"net:		log platform input sound world actors ai graphics app replay"
+	"harness:	log platform input sound world actors ai graphics app replay net"
+	"program:	log platform input sound world actors ai graphics app replay net"
 )
 
 # Each kind of backend and the start of the outside library's headers that only it may include.
 declare -A BACKENDS=(
 	[sdl]="SDL"
 	[headless]=""
+	[enet]="enet/"
 )
 declare -A FOLDER_KIND=(
 	[harness]=headless

@@ -62,3 +62,39 @@ TEST( CommandLineTest, FullScreenOrWindowOnceWithAWindow ) {
 		EXPECT_EQ( line.mode == cCommandLine::WRONG ? WRONG : line.screen, c.screen ) << testing::PrintToString( c.arguments );
 	}
 }
+
+TEST( CommandLineTest, TheOnlineFormsAndTheirMistakes ) {
+	const struct {
+		std::vector<const char *>	arguments;
+		cCommandLine::eOnline		online;
+		const char *				partnerOrError;
+		uint16_t					port;
+		uint32_t					delay;
+	} cases[] = {
+		{ { "--host" }, cCommandLine::HOST, "", 27460, 0 },
+		{ { "--host", "5000", "--delay", "40" }, cCommandLine::HOST, "", 5000, 40 },
+		{ { "--host", "--record", "a.kmr" }, cCommandLine::HOST, "", 27460, 0 },
+		{ { "--join", "example.org" }, cCommandLine::JOIN, "example.org", 27460, 0 },
+		{ { "--join", "10.0.0.2:65535", "--delay", "1" }, cCommandLine::JOIN, "10.0.0.2", 65535, 1 },
+		{ { "--join", "[::1]:7" }, cCommandLine::JOIN, "::1", 7, 0 },
+		{ { "--host", "65536" }, cCommandLine::ALONE, "--host takes a port from 1 to 65535", 0, 0 },
+		{ { "--join", "a:0" }, cCommandLine::ALONE, "--join needs HOST or HOST:PORT", 0, 0 },
+		{ { "--join", "[::1" }, cCommandLine::ALONE, "--join needs HOST or HOST:PORT", 0, 0 },
+		{ { "--join" }, cCommandLine::ALONE, "--join needs HOST or HOST:PORT", 0, 0 },
+		{ { "--host", "--join", "a" }, cCommandLine::ALONE, "one of --host and --join, once", 0, 0 },
+		{ { "--host", "--delay", "41" }, cCommandLine::ALONE, "--delay takes a number of steps from 1 to 40", 0, 0 },
+		{ { "--delay", "3" }, cCommandLine::ALONE, "--delay goes with --host or --join", 0, 0 },
+		{ { "--host", "--replay", "a" }, cCommandLine::ALONE, "an online game cannot play a recording", 0, 0 },
+	};
+	for ( const auto &c : cases ) {
+		std::vector<const char *> argv = { "kormaveth2d" };
+		argv.insert( argv.end(), c.arguments.begin(), c.arguments.end() );
+		const cCommandLine line = cCommandLine::Parse( static_cast<int>( argv.size() ), argv.data() );
+		const std::string first = c.arguments.size() > 1 ? c.arguments[1] : "";
+		const bool wrong = line.mode == cCommandLine::WRONG;
+		EXPECT_EQ( wrong ? cCommandLine::ALONE : line.online, c.online ) << c.arguments[0] << " " << first;
+		EXPECT_EQ( wrong ? line.error : line.partner, c.partnerOrError ) << c.arguments[0] << " " << first;
+		EXPECT_EQ( wrong ? 0 : line.port, c.port ) << c.arguments[0] << " " << first;
+		EXPECT_EQ( wrong ? 0 : line.delay, c.delay ) << c.arguments[0] << " " << first;
+	}
+}

@@ -399,3 +399,17 @@ cCanvas cMenuArt::MakeEndOverlay( bool victory ) const {
 	CopyNonEmpty( overlay, text, ( SCREEN_WIDTH - text.GetWidth() ) / 2, 276 );
 	return overlay;
 }
+
+// A band across the middle over the frozen world while an online game waits for the partner's input.
+cCanvas cMenuArt::MakeWaitingOverlay() const {
+	cCanvas overlay( SCREEN_WIDTH, SCREEN_HEIGHT );
+	overlay.FillRect( 0, 196, SCREEN_WIDTH, 284, db32::WithAlpha( db32::INK, 0xC0 ) );
+	overlay.FillRect( 0, 194, SCREEN_WIDTH, 196, db32::ICE );
+	overlay.FillRect( 0, 284, SCREEN_WIDTH, 286, db32::ICE );
+	const std::vector<uint32_t> bands = { db32::WHITE, db32::ICE, db32::ICE, db32::TAN };
+	const cCanvas word = artist->StyledText( artist->heading, "Waiting for partner", bands, 3 );
+	CopyNonEmpty( overlay, word, ( SCREEN_WIDTH - word.GetWidth() ) / 2, 204 );
+	const cCanvas text = artist->body.Render( "The game goes on as soon as the partner's keys arrive.", db32::ICE );
+	CopyNonEmpty( overlay, text, ( SCREEN_WIDTH - text.GetWidth() ) / 2, 256 );
+	return overlay;
+}

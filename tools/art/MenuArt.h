@@ -17,6 +17,7 @@ public:
 	const cCanvas &	GetBackdrop() const { return backdrop; }
 	cCanvas			MakeScreen( const sMenuScreen &screen ) const;
 	cCanvas			MakeEndOverlay( bool victory ) const;
+	cCanvas			MakeWaitingOverlay() const;
 
 private:
 	cCanvas			backdrop;

@@ -133,6 +133,11 @@ bool WriteMenus( const std::string &root ) {
 		shown.Paste( overlay, 0, 0 );
 		ok &= shown.SavePng( root + "/docs/images/menu-" + file );
 	}
+	const cCanvas waiting = art.MakeWaitingOverlay();
+	ok &= waiting.SavePng( menu + "waiting.png" );
+	cCanvas shown = art.GetBackdrop();
+	shown.Paste( waiting, 0, 0 );
+	ok &= shown.SavePng( root + "/docs/images/menu-waiting.png" );
 	return ok;
 }
 

@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "harness/OnlineAutoplay.h"
+
+#include <cinttypes>
+#include <cstdio>
+#include <memory>
+
+#include "actors/GameState.h"
+#include "app/MenuEntries.h"
+#include "harness/Bot.h"
+#include "harness/HeadlessGame.h"
+#include "net/Handshake.h"
+#include "net/NetSession.h"
+#include "net/Link.h"
+#include "platform/MonotonicClock.h"
+#include "replay/Fingerprint.h"
+#include "replay/ReplaySound.h"
+
+namespace {
+
+const int64_t STEP_TIME = 15000000;			// nsec
+const int64_t NSEC_PER_MSEC = 1000000;
+const int ENTRY_QUIT = 5;
+const int QUIT_FRAMES = 200;				// more than the quit click needs to reach the game
+
+// The steps of the program on the real clock, one every 15 msec, as the game's frame loop paces them.
+class cPacer {
+public:
+	explicit cPacer( cPacingClock &clock ) : clock( clock ), deadline( clock.GetNanoseconds() ) {}
+	void Wait() {
+		clock.SleepUntil( deadline );
+		deadline += STEP_TIME;
+		const int64_t now = clock.GetNanoseconds();
+		if ( now > deadline + 4 * STEP_TIME ) {
+			deadline = now;
+		}
+	}
+
+private:
+	cPacingClock &	clock;
+	int64_t			deadline;
+};
+
+// The host's bot plays one game of two players through the menus and then quits from the main menu.
+bool PlayAsHost( cHeadlessGame &headless, const cNetSession &session, const cOnlineOptions &options ) {
+	cGameSetup setup = options.setup;
+	setup.players = 2;
+	setup.localPlayer = 0;
+	setup.inputDelay = static_cast<int>( session.GetFigures().delay );
+	cAutoplayGame autoplay( headless );
+	cGameResult result;
+	const bool played = autoplay.Play( setup, result );
+	std::printf( "game   1: %s\n", DescribeResult( setup, result ).c_str() );
+	if ( played && session.IsOnline() ) {
+		const cRect &quit = MENU_ENTRIES[ENTRY_QUIT - 1];
+		headless.Click( ( quit.left + quit.right ) / 2, ( quit.top + quit.bottom ) / 2 );
+		for ( int i = 0; i < QUIT_FRAMES && headless.Step(); i++ ) {
+		}
+	}
+	return played;
+}
+
+// The partner's bot plays player 2 whenever a game of two runs, until the online game ends.
+void PlayAsPartner( cHeadlessGame &headless, const cNetSession &session, const cOnlineOptions &options ) {
+	std::unique_ptr<cBot> bot;
+	while ( session.IsOnline() ) {
+		const cGame &game = headless.GetGame();
+		if ( gameState == STATE_PLAYING && game.GetPlayers() != nullptr && game.GetPlayers()->size() > 1 ) {
+			if ( !bot ) {
+				bot = std::make_unique<cBot>( 1, options.setup.bot );
+			}
+			PressBotKeys( headless, 1, bot->Think( game ) );
+		} else {
+			bot.reset();
+			headless.GetInput().ReleaseAllKeys();
+		}
+		headless.Step();
+	}
+}
+
+}
+
+int PlayOnline( const cOnlineOptions &options ) {
+	cReplaySound sound( nullptr, true );
+	cHeadlessGame headless( &sound );
+	headless.GetGraphics().SetRecording( false );
+	cMonotonicClock time;
+	const int64_t joinStart = time.GetNanoseconds();
+	std::string why;
+	const std::unique_ptr<cLink> link = cLink::OpenOnNetwork( options.host, options.partner, options.port, why );
+	if ( !link ) {
+		std::fprintf( stderr, "kmvt_autoplay: %s\n", why.c_str() );
+		return 1;
+	}
+	const cHello hello = cHandshake::MakeHello( options.version, ".", cFingerprint::Compute(), options.delay );
+	cNetSession session( *link, options.host ? cNetSession::HOST : cNetSession::JOIN, hello, options.recordPath,
+						 headless.GetInput(), headless.GetClock(), time );
+	SetClock( &session.GetClock() );
+	// The game lets go of the session's input and clock before the session goes.
+	struct cLetGo {
+		cHeadlessGame &headless;
+		~cLetGo() {
+			headless.GetGame().Finalize();
+			SetClock( &headless.GetClock() );
+		}
+	} letGo { headless };
+	cPacer pacer( time );
+	// One step of the game each call, however long the partner keeps it waiting; false once the
+	// online game is over.
+	headless.SetStepRunner( [&]( cGame &game ) {
+		const uint64_t before = session.GetFigures().steps;
+		bool going = true;
+		while ( going && session.IsOnline() && session.GetFigures().steps == before ) {
+			pacer.Wait();
+			going = session.Step( game );
+		}
+		return going && session.IsOnline();
+	} );
+	if ( !headless.Start( false, &session.GetInput() ) ) {
+		return 1;
+	}
+	const int64_t giveUp = joinStart + options.waitSeconds * 1000 * NSEC_PER_MSEC;
+	while ( !session.IsOnline() && session.GetEndLine().empty() && time.GetNanoseconds() < giveUp ) {
+		pacer.Wait();
+		session.Step( headless.GetGame() );
+	}
+	if ( !session.IsOnline() ) {
+		std::fprintf( stderr, "kmvt_autoplay: no online game: %s\n",
+					  session.GetEndLine().empty() ? "no partner came" : session.GetEndLine().c_str() );
+		session.Close( headless.GetGame() );
+		return 1;
+	}
+	const int64_t onlineStart = time.GetNanoseconds();
+	std::printf( "At the shared main menu %" PRId64 " ms after the start\n", ( onlineStart - joinStart ) / NSEC_PER_MSEC );
+	std::fflush( stdout );
+	if ( options.host ) {
+		PlayAsHost( headless, session, options );
+	} else {
+		PlayAsPartner( headless, session, options );
+	}
+	const double seconds = static_cast<double>( time.GetNanoseconds() - onlineStart ) / 1e9;
+	session.Close( headless.GetGame() );
+	const cNetFigures &figures = session.GetFigures();
+	std::printf( "Online game over (%s): %" PRIu64 " steps in %.1f s (%.2f steps/s), input delay %u, round trip %u ms, %" PRIu64
+				 " step times waited, %" PRIu64 " bad packets; final state hash: %016" PRIx64 "\n",
+				 session.GetEndLine().c_str(), figures.steps, seconds, static_cast<double>( figures.steps ) / seconds,
+				 figures.delay, figures.roundTrip, figures.waitedSlots, figures.badPackets, figures.finalHash );
+	const bool atMenu = gameState == STATE_MAIN_MENU && headless.GetGame().GetScene() == nullptr;
+	std::printf( "%s\n", atMenu ? "Back at the main menu, alone" : "Not back at the main menu" );
+	return atMenu && figures.steps > 0 ? 0 : 1;
+}

@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "net/Lockstep.h"
+
+#include <cassert>
+
+cLockstep::cLockstep( uint32_t inputDelay )
+	: delay( inputDelay ), own( WINDOW ), partner( WINDOW ), acknowledged( inputDelay ), partnerHeld( inputDelay ) {
+	assert( delay > 0 && delay < WINDOW / 2 );
+	for ( uint64_t step = 0; step < delay; step++ ) {
+		own[step].step = step;
+	}
+}
+
+cStepWindow cLockstep::GetWindow() const {
+	return { next > WINDOW ? next - WINDOW : 0, next + WINDOW };
+}
+
+bool cLockstep::CanStep() const {
+	return partnerHeld > next && next + delay + 1 - acknowledged <= WINDOW && !IsOutOfStep();
+}
+
+void cLockstep::Step( const cStepInput &sampled, cStepInput &ownInput, cStepInput &partnerInput ) {
+	assert( CanStep() );
+	cSlot &added = own[( next + delay ) % WINDOW];
+	added.step = next + delay;
+	added.input = sampled;
+	ownInput = next < delay ? cStepInput() : own[next % WINDOW].input;
+	partnerInput = next < delay ? cStepInput() : partner[next % WINDOW].input;
+	next++;
+}
+
+cNetMessage cLockstep::MakeInputs() const {
+	cNetMessage message;
+	message.kind = NET_INPUTS;
+	message.inputs.acknowledged = partnerHeld;
+	message.inputs.first = acknowledged;
+	for ( uint64_t step = acknowledged; step < next + delay && message.inputs.inputs.size() < cPacket::MAX_INPUTS; step++ ) {
+		message.inputs.inputs.push_back( own[step % WINDOW].input );
+	}
+	return message;
+}
+
+bool cLockstep::TakeInputs( const cInputRun &run ) {
+	if ( run.acknowledged > next + delay ) {
+		return false;
+	}
+	acknowledged = std::max( acknowledged, run.acknowledged );
+	for ( size_t i = 0; i < run.inputs.size(); i++ ) {
+		const uint64_t step = run.first + i;
+		if ( step >= partnerHeld && step < next + WINDOW ) {
+			partner[step % WINDOW] = { step, run.inputs[i] };
+		}
+	}
+	while ( partnerHeld < next + WINDOW && partner[partnerHeld % WINDOW].step == partnerHeld ) {
+		partnerHeld++;
+	}
+	return true;
+}
+
+cNetMessage cLockstep::TakeOwnHash( const cCheckpoint &checkpoint ) {
+	cNetMessage message;
+	message.kind = NET_HASH;
+	message.hash.step = checkpoint.step;
+	message.hash.total = checkpoint.total;
+	message.hash.parts = checkpoint.parts;
+	message.hash.hasNames = checkpoint.names != ownNames;
+	if ( message.hash.hasNames ) {
+		message.hash.names = checkpoint.names;
+		ownNames = checkpoint.names;
+	}
+	ownHashes.push_back( checkpoint );
+	if ( ownHashes.size() > MAX_PENDING_HASHES ) {
+		ownHashes.pop_front();
+	}
+	Compare();
+	return message;
+}
+
+bool cLockstep::TakePartnerHash( const cHashReport &report ) {
+	if ( report.hasNames ) {
+		partnerNames = report.names;
+	} else if ( partnerNames.size() != report.parts.size() ) {
+		return false;
+	}
+	cCheckpoint checkpoint;
+	checkpoint.step = report.step;
+	checkpoint.total = report.total;
+	checkpoint.names = partnerNames;
+	checkpoint.parts = report.parts;
+	partnerHashes.push_back( checkpoint );
+	if ( partnerHashes.size() > MAX_PENDING_HASHES ) {
+		partnerHashes.pop_front();
+	}
+	Compare();
+	return true;
+}
+
+// Each side's hashes come in step order; a hash the other side never matches falls out of its queue.
+void cLockstep::Compare() {
+	while ( !ownHashes.empty() && !partnerHashes.empty() && !IsOutOfStep() ) {
+		const cCheckpoint &mine = ownHashes.front();
+		const cCheckpoint &theirs = partnerHashes.front();
+		if ( mine.step < theirs.step ) {
+			ownHashes.pop_front();
+		} else if ( theirs.step < mine.step ) {
+			partnerHashes.pop_front();
+		} else {
+			const std::string part = mine.FindDifference( theirs );
+			if ( !part.empty() ) {
+				outOfStepAt = mine.step;
+				outOfStepPart = part;
+			}
+			ownHashes.pop_front();
+			partnerHashes.pop_front();
+		}
+	}
+}

@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+// cNetSession is an online game on one machine, from the connection to the farewell. The host
+// plays alone as always until a partner connects; the partner's machine waits. Both say who they
+// are (refusing each other when they would not play the same game), the host measures the round
+// trip and, once its player is at the main menu, starts: both games begin again from the main menu
+// and run in lockstep, reading the same input and the same clock at every step, each recorded as a
+// replay would be. Partner gone for PARTNER_LOST_TIME, games out of step, or the host's quit end the
+// online game: the line goes to the log and the terminal, and the player plays on alone from the
+// main menu.
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "net/AgreedClock.h"
+#include "net/Link.h"
+#include "net/NetMessage.h"
+#include "net/OnlineInput.h"
+
+class cGame;
+class cLockstep;
+class cPacingClock;
+class cRecorder;
+
+struct cNetFigures {
+	uint32_t			delay = 0;			// steps
+	uint32_t			roundTrip = 0;		// msec, the most measured at connect
+	uint64_t			steps = 0;			// online steps run
+	uint64_t			waitedSlots = 0;	// step times in which no step could run
+	uint64_t			badPackets = 0;
+	uint64_t			finalHash = 0;		// the state's hash when the online game ended
+};
+
+class cNetSession {
+public:
+	enum eRole { HOST, JOIN };
+	enum ePhase { ALONE, HANDSHAKE, PROBING, READY, ONLINE, ENDED };
+	static constexpr int64_t PARTNER_LOST_TIME = 10000;	// msec without a word from the partner
+	static constexpr int64_t WAIT_PICTURE_TIME = 1000;	// msec of waiting before the picture shows
+	static constexpr uint64_t MAX_BAD_PACKETS = 32;		// per partner, before it is left
+	static constexpr int	MAX_OWED_STEPS = 4;			// steps run at once after a wait
+	static constexpr int	PROBES = 8;					// round trips measured at connect
+
+	// hello: this machine's identity and --delay; recordPath: --record FILE or empty.
+						cNetSession( cLink &link, eRole role, const cHello &hello, const std::string &recordPath,
+									 cInputBackend &platformInput, cClock &platformClock, cPacingClock &time );
+						~cNetSession();
+						cNetSession( const cNetSession & ) = delete;
+	cNetSession &		operator=( const cNetSession & ) = delete;
+
+	// What the game reads: give them to the game's Init and to SetClock.
+	cInputBackend &		GetInput() { return input; }
+	cClock &			GetClock() { return clock; }
+
+	// One step time of the program: hears the partner, then runs the steps that are due and that
+	// both inputs allow (alone: one step, as always; a partner still waiting for the host: none).
+	// False when this machine's player quit the program.
+	bool				Step( cGame &game );
+	// The program ends: the partner is told, the recording written.
+	void				Close( const cGame &game );
+
+	ePhase				GetPhase() const { return phase; }
+	bool				IsOnline() const { return phase == ONLINE; }
+	// The game has waited for the partner longer than WAIT_PICTURE_TIME.
+	bool				IsWaiting() const;
+	const std::string &	GetEndLine() const { return endLine; }
+	const cNetFigures &	GetFigures() const { return figures; }
+
+private:
+	int64_t				Now() const;
+	void				Hear( cGame &game );
+	void				Take( cGame &game, const std::vector<uint8_t> &bytes );
+	void				Drop( cGame &game, const std::string &why );
+	void				Handle( cGame &game, const cNetMessage &message );
+	void				TakeHello( cGame &game, const cHello &partner );
+	void				TakePong( uint32_t time );
+	void				Send( cLink::eChannel channel, const cNetMessage &message );
+	void				SendPing();
+	void				Begin( cGame &game, const cStart &start );
+	bool				RunSteps( cGame &game );
+	bool				RunStep( cGame &game );
+	void				Quit( cGame &game );
+	void				GoOutOfStep( cGame &game );
+	// evidence: where a recording goes besides --record's file, or empty.
+	void				End( cGame &game, const std::string &line, const std::string &evidence = std::string() );
+	void				SaveRecording( const std::string &path );
+
+	cLink &				link;
+	eRole				role;
+	cHello				hello;
+	std::string			recordPath;
+	cOnlineInput		input;
+	cAgreedClock		clock;
+	cPacingClock &		time;
+	ePhase				phase;
+	std::unique_ptr<cLockstep>	lockstep;
+	std::unique_ptr<cRecorder>	recorder;
+	cHello				partnerHello;
+	bool				connected = false;
+	int					probes = 0;
+	uint32_t			delay = 0;
+	int					owed = 0;
+	uint64_t			partnerQuitAt = 0;		// the step after which the partner's game quit
+	int64_t				started;				// msec: when the session or the connection began
+	int64_t				lastHeard = 0;
+	int64_t				lastSent = 0;
+	int64_t				lastStep = 0;
+	std::string			endLine;
+	cNetFigures			figures;
+};

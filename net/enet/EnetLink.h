@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+// cEnetLink is the link to the partner over ENet (UDP): channel 0 reliable and in order, channel 1
+// unsequenced. A host listens on one UDP port and keeps exactly one partner: a third machine that
+// connects is turned away at once. Names resolve through getaddrinfo; ENet 1.3 speaks IPv4 only,
+// so a name is reached at its IPv4 address, and a name with IPv6 addresses alone is refused with
+// a line that says so. Allocations stay small whatever arrives: packets over MAX_PACKET bytes and
+// more than MAX_WAITING bytes queued for the game are dropped by ENet itself.
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "net/Link.h"
+
+typedef struct _ENetHost ENetHost;
+typedef struct _ENetPeer ENetPeer;
+
+class cEnetLink : public cLink {
+public:
+	static constexpr size_t	MAX_PACKET = 4096;				// bytes
+	static constexpr size_t	MAX_WAITING = 64 * 1024;		// bytes
+	static constexpr uint32_t TIMEOUT = 20000;				// msec: the game's own 10 s comes first
+	static constexpr uint32_t FAREWELL_TIME = 1000;		// msec the link waits for its farewell to go out
+
+						cEnetLink();
+						~cEnetLink() override;
+						cEnetLink( const cEnetLink & ) = delete;
+	cEnetLink &			operator=( const cEnetLink & ) = delete;
+
+	// Listens on the UDP port of every address of this machine; false with why.
+	bool				Host( uint16_t port, std::string &why );
+	// Starts to connect to a name or an address; false with why when it cannot even start.
+	bool				Join( const std::string &name, uint16_t port, std::string &why );
+
+	cEvent				Poll() override;
+	void				Send( eChannel channel, const std::vector<uint8_t> &bytes ) override;
+	void				Disconnect() override;
+
+private:
+	static constexpr uint32_t BUSY = 1;					// the disconnect's data: the host has a partner
+
+	bool				CreateHost( bool listening, uint16_t port, std::string &why );
+
+	bool				started = false;
+	bool				hosting = false;
+	ENetHost *			host = nullptr;
+	ENetPeer *			partner = nullptr;
+	ENetPeer *			leaving = nullptr;
+};

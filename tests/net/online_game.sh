@@ -1,0 +1,116 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
+# Two real game processes online on this machine's loopback, each a headless autoplay program with
+# one bot at its player:
+#   online_game.sh AUTOPLAY GAME RELAY RESOURCES SCENARIO
+# relay:          the host, the impairment relay (60 ms each way with 10 ms jitter, 5 % lost, 2 %
+#                 duplicated, 5 % reordered, seed 7) and the partner play a whole two-player game;
+#                 both must end with the same final state hash, and both recordings must --verify
+#                 to it.
+# partner-killed: the partner is killed with SIGKILL in the middle of the game; the host must say
+#                 "Partner lost" in its log, come back to the main menu and exit with status 0.
+# version:        the partner claims version 1.0.1; both refuse with the line naming the versions.
+# data:           the partner's walk map has one number changed; both refuse naming the data.
+# The limits are generous: the machine may be busy, and only the outcome is checked.
+set -euo pipefail
+autoplay=$1 game=$2 relay=$3 resources=$4 scenario=$5
+work=$(mktemp -d)
+pids=()
+cleanup() {
+  for pid in "${pids[@]}"; do kill -9 "$pid" 2> /dev/null || true; done
+  wait 2> /dev/null || true
+  [ -n "${KEEP_WORK:-}" ] || rm -rf "$work"
+}
+trap cleanup EXIT
+fail() {
+  echo "FAIL ($scenario): $*" >&2
+  for f in "$work"/*/out.txt "$work"/*/err.txt "$work"/*/log.txt "$work"/relay.txt; do
+    [ -s "$f" ] && { echo "== $f" >&2; tail -n 20 "$f" >&2; }
+  done
+  exit 1
+}
+mkdir -p "$work/host" "$work/partner"
+ln -s "$resources" "$work/host/resources"
+ln -s "$resources" "$work/partner/resources"
+port=$(( 20000 + RANDOM % 20000 ))
+
+# Starts one side in its own folder: start SIDE ARGUMENTS...
+start() {
+  local side=$1
+  shift
+  ( cd "$work/$side" && exec "$autoplay" --difficulty=1 --frames=9000 "$@" > out.txt 2> err.txt ) &
+  pids+=($!)
+}
+# Waits for a side: finish PID EXPECTED-STATUS MESSAGE
+finish() {
+  local status=0
+  wait "$1" || status=$?
+  [ "$status" = "$2" ] || fail "$3 (exit status $status)"
+}
+final_hash() {
+  sed -n 's/^Online game over .*final state hash: \([0-9a-f]*\)$/\1/p' "$work/$1/out.txt"
+}
+
+case "$scenario" in
+  relay)
+    start host "--host=$port" --online-record=host.kmr
+    host=${pids[-1]}
+    "$relay" $(( port + 1 )) "$port" --delay=60 --jitter=10 --loss=5 --duplicate=2 --reorder=5 --seed=7 \
+      --seconds=280 --idle=10 > "$work/relay.txt" &
+    pids+=($!)
+    start partner "--join=127.0.0.1:$(( port + 1 ))" --online-record=partner.kmr
+    partner=${pids[-1]}
+    finish "$host" 0 "the host did not end well"
+    finish "$partner" 0 "the partner did not end well"
+    grep -q "victory\|defeat" "$work/host/out.txt" || fail "the game did not reach its end"
+    hash=$(final_hash host)
+    [ -n "$hash" ] && [ "$hash" = "$(final_hash partner)" ] || fail "the final state hashes differ"
+    for side in host partner; do
+      "$game" --replay "$work/$side/$side.kmr" --verify > "$work/$side/verify.txt" 2>&1 || fail "$side's recording does not verify"
+      grep -qx "Final state hash: $hash" "$work/$side/verify.txt" || fail "$side's recording ends elsewhere"
+    done
+    echo "PASS (relay): both ended at $hash, both recordings verify to it; $(tail -n 1 "$work/relay.txt" 2>/dev/null || true)"
+    ;;
+  partner-killed)
+    start host "--host=$port"
+    host=${pids[-1]}
+    start partner "--join=127.0.0.1:$port"
+    partner=${pids[-1]}
+    for _ in $(seq 1 600); do
+      grep -q "shared main menu" "$work/partner/out.txt" 2> /dev/null && break
+      sleep 0.1
+    done
+    grep -q "shared main menu" "$work/partner/out.txt" || fail "the partner never joined"
+    sleep 8		# the menus take two seconds; the game runs by then
+    kill -9 "$partner"
+    killed=$SECONDS
+    finish "$host" 0 "the host did not end well"
+    grep -q "^Partner lost" "$work/host/log.txt" || fail "no \"Partner lost\" in the host's log"
+    grep -q "Back at the main menu" "$work/host/out.txt" || fail "the host did not come back to the main menu"
+    echo "PASS (partner-killed): the host was back at the main menu $(( SECONDS - killed )) s after the kill, exit status 0"
+    ;;
+  version|data)
+    extra=()
+    if [ "$scenario" = version ]; then
+      extra=(--version-as=1.0.1)
+      line="Partner runs version"
+    else
+      rm "$work/partner/resources"
+      cp -r "$resources" "$work/partner/resources"
+      sed -i '1s/^\([0-9]*\)/9\1/' "$work/partner/resources/map/walkmap.txt"
+      line="Partner has other game data"
+    fi
+    start host "--host=$port" --wait=60
+    host=${pids[-1]}
+    start partner "--join=127.0.0.1:$port" "${extra[@]}"
+    partner=${pids[-1]}
+    finish "$partner" 1 "the partner was not refused"
+    finish "$host" 1 "the host did not refuse"
+    for side in host partner; do
+      grep -q "^$line" "$work/$side/log.txt" || fail "no \"$line\" in the $side's log"
+      grep -q "^$line" "$work/$side/err.txt" || fail "no \"$line\" on the $side's terminal"
+    done
+    echo "PASS ($scenario): refused on both sides: $(grep -m 1 "^$line" "$work/host/log.txt")"
+    ;;
+  *) fail "unknown scenario" ;;
+esac
