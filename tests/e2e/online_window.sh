@@ -27,7 +27,7 @@ fail() {
   done
   exit 1
 }
-port=$(( 20000 + RANDOM % 20000 ))
+port=$(( 20000 + RANDOM % 12000 ))	# below the ephemeral ports that the system hands out
 
 cd "$work/host"
 start_game "$work/host/stdout.txt" "$game" --host "$port" --record "$work/host/host.kmr"

@@ -32,7 +32,7 @@ fail() {
 mkdir -p "$work/host" "$work/partner"
 ln -s "$resources" "$work/host/resources"
 ln -s "$resources" "$work/partner/resources"
-port=$(( 20000 + RANDOM % 20000 ))
+port=$(( 20000 + RANDOM % 12000 ))	# below the ephemeral ports that the system hands out
 
 # Starts one side in its own folder: start SIDE ARGUMENTS...
 start() {
