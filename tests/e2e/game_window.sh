@@ -5,29 +5,12 @@
 
 E2E_WAIT=${E2E_WAIT:-60}
 
-# Runs the calling script again under a virtual X display of its own, unless it already is. Xvfb
-# picks a free display number itself and writes it to us once it listens (-displayfd): xvfb-run -a
-# guesses a number first, and two tests starting at once may guess the same one.
+# Runs the calling script again under a virtual X display of its own, unless it already is.
 run_under_xvfb() {
-  [ -n "${KMVT_INSIDE_XVFB:-}" ] && return
-  export KMVT_INSIDE_XVFB=1
-  local folder number status=0
-  folder=$(mktemp -d)
-  Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$folder/display" 2>"$folder/xvfb.log" &
-  local server=$!
-  for (( tries = 0; tries < E2E_WAIT * 10; tries++ )); do
-    number=$(head -n 1 "$folder/display" 2>/dev/null)
-    [ -n "$number" ] && break
-    kill -0 "$server" 2>/dev/null || break
-    sleep 0.1
-  done
-  if [ -z "$number" ]; then
-    echo "FAIL: Xvfb did not start: $(tail -n 1 "$folder/xvfb.log")" >&2
-    kill "$server" 2>/dev/null; rm -rf "$folder"; exit 1
+  if [ -z "${KMVT_INSIDE_XVFB:-}" ]; then
+    export KMVT_INSIDE_XVFB=1
+    exec xvfb-run -a -s "-screen 0 1280x1024x24" bash "$@"
   fi
-  DISPLAY=":$number" bash "$@" || status=$?
-  kill "$server" 2>/dev/null; wait "$server" 2>/dev/null; rm -rf "$folder"
-  exit "$status"
 }
 E2E_CONVERT=$(command -v convert-im6.q16 || command -v convert)	# ImageMagick's, not a namesake
 
