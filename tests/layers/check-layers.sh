@@ -9,6 +9,7 @@
 # the headless backends. A new layer is one more line in LAYERS and its name in the lists of the
 # layers above it; a new kind of backend is one more entry in BACKENDS. The online game (net/) sits
 # above app and replay; its ENet link is the backend net/enet/, the only code that includes ENet.
+# The browser's page is the backend platform/web/, the only code that includes emscripten.
 #   check-layers.sh [SOURCE_DIR]   prints every include against the rules; fails if there is one
 set -u
 cd "${1:-$(dirname "$0")/../..}" || exit 2
@@ -34,6 +35,7 @@ declare -A BACKENDS=(
 	[sdl]="SDL"
 	[headless]=""
 	[enet]="enet/"
+	[web]="emscripten"
 )
 declare -A FOLDER_KIND=(
 	[harness]=headless

@@ -23,6 +23,8 @@ CASES=(
 	'input/sdl/Plant.cpp|#include <SDL.h>|'
 	'program/main.cpp|#include <SDL.h>|'
 	'program/Plant.cpp|#include <SDL.h>|program/Plant.cpp: includes SDL outside an sdl/ folder'
+	'platform/web/Plant.cpp|#include <emscripten.h>|'
+	'app/Plant.cpp|#include <emscripten.h>|app/Plant.cpp: includes emscripten outside an web/ folder'
 )
 
 failed=0
