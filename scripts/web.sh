@@ -11,19 +11,24 @@ scripts/deps.sh web
 jobs=$(nproc)
 # Debian's emscripten finds its own node modules there, whichever node runs it.
 export NODE_PATH=${NODE_PATH:-/usr/share/nodejs}
+# quietly COMMAND...: its output only when it fails.
+quietly() {
+  local output
+  output=$("$@" 2>&1) || { echo "$output" >&2; return 1; }
+}
 
 if [ "${1:-page}" = verifier ]; then
   # For node: everything in one file that reads the real file system.
-  emcmake cmake -S . -B build/web-node -DCMAKE_BUILD_TYPE=Release -DKMVT_VERIFIER_ONLY=ON -DKMVT_WERROR=ON \
-    "-DCMAKE_EXE_LINKER_FLAGS=-sENVIRONMENT=node -sSINGLE_FILE=1 -sNODERAWFS=1 -sALLOW_MEMORY_GROWTH=1" > /dev/null
-  cmake --build build/web-node -j"$jobs" --target kmvt_verify > /dev/null
+  quietly emcmake cmake -S . -B build/web-node -DCMAKE_BUILD_TYPE=Release -DKMVT_VERIFIER_ONLY=ON -DKMVT_WERROR=ON \
+    "-DCMAKE_EXE_LINKER_FLAGS=-sENVIRONMENT=node -sSINGLE_FILE=1 -sNODERAWFS=1 -sALLOW_MEMORY_GROWTH=1"
+  quietly cmake --build build/web-node -j"$jobs" --target kmvt_verify
   echo "Built build/web-node/kmvt_verify.js: node build/web-node/kmvt_verify.js FILE..."
   exit 0
 fi
 
 libs=$(scripts/web-libs.sh)
-emcmake cmake -S . -B build/web-build -DCMAKE_BUILD_TYPE=Release -DKMVT_WERROR=ON -DKMVT_WEB_LIBS="$libs" > /dev/null
-cmake --build build/web-build -j"$jobs" --target kormaveth2d > /dev/null
+quietly emcmake cmake -S . -B build/web-build -DCMAKE_BUILD_TYPE=Release -DKMVT_WERROR=ON -DKMVT_WEB_LIBS="$libs"
+quietly cmake --build build/web-build -j"$jobs" --target kormaveth2d
 mkdir -p build/web
 for file in index.html kormaveth2d.js kormaveth2d.wasm kormaveth2d.data; do
   cp build/web-build/$file build/web/

@@ -14,6 +14,19 @@ cd "$work"
 XDG_STATE_HOME=$work SDL_AUDIODRIVER=dummy "$game" --window > "$work/out.txt" 2>&1 &
 pid=$!
 window=$(timeout 60 xdotool search --sync --onlyvisible --name "Project Kormaveth 2D" | head -1)
+# still: the picture once it holds still: two looks a second apart agree.
+still() {
+  import -window "$window" "$work/before.png"
+  for _ in $(seq 60); do
+    sleep 1
+    import -window "$window" "$out"
+    [ "$(compare -metric AE "$work/before.png" "$out" null: 2>&1)" != 0 ] || return 0
+    mv "$out" "$work/before.png"
+  done
+  echo "The Linux build's picture did not hold still" >&2
+  exit 1
+}
+# The game places the pointer itself as it starts: the test's place comes after.
+still
 xdotool mousemove --window "$window" "$x" "$y"
-sleep 1.5
-import -window "$window" "$out"
+still

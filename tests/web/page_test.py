@@ -2,10 +2,13 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # The game's page in a real browser: Debian's chromium, headless, loads build/web/ from a local
 # server and is driven through its DevTools protocol (a small websocket client, standard library
-# only). The main menu must be drawn as the Linux build draws it (LINUX_PNG, the same pointer
-# place); a click starts a one-player game; held keys move the player; the console shows no error.
-#   page_test.py PAGE_FOLDER LINUX_PNG ARTEFACTS
-import base64, functools, http.server, json, os, socket, struct, subprocess, sys, tempfile, threading, time
+# only). The main menu must be drawn as the Linux build draws it under Xvfb (linux-menu.sh, the
+# same pointer place); a click starts a one-player game; held keys move the player; the page's link downloads
+# the run's recording, which the Linux build's checker must replay to its end; a recording opened in
+# the page plays to the final state hash the Linux build gives it; the console shows no error.
+#   page_test.py PAGE_FOLDER LINUX_GAME LINUX_VERIFY RECORDING ARTEFACTS
+import base64, functools, glob, http.server, json, os, re, socket, struct, subprocess, sys, tempfile, threading
+import time
 import urllib.parse, urllib.request
 
 POINTER = (400, 200)                 # where both pictures put the pointer, on the game's screen
@@ -78,7 +81,7 @@ class Browser:
         port = open(port_file).read().split("\n")[0]
         targets = json.load(urllib.request.urlopen(f"http://127.0.0.1:{port}/json/list", timeout=WAIT))
         self.socket = WebSocket(next(t for t in targets if t["type"] == "page")["webSocketDebuggerUrl"])
-        self.next_id, self.errors = 0, []
+        self.next_id, self.errors, self.lines = 0, [], []
         for domain in ("Page", "Runtime", "Log"):
             self.call(domain + ".enable")
 
@@ -93,11 +96,24 @@ class Browser:
                 return message["result"]
             self.note(message)
 
+    def wait_for_console(self, pattern, what):
+        """The first console line that matches pattern, reading events as they come."""
+        deadline = time.time() + WAIT
+        while time.time() < deadline:
+            for line in self.lines:
+                match = re.search(pattern, line)
+                if match:
+                    return match
+            self.evaluate("0")
+            time.sleep(0.5)
+        raise RuntimeError("waited in vain for " + what)
+
     def note(self, event):
         method, params = event.get("method"), event.get("params", {})
         if method == "Runtime.consoleAPICalled":
             text = " ".join(str(a.get("value", a.get("description", ""))) for a in params["args"])
             print("console:", text)
+            self.lines.append(text)
             if params["type"] == "error":
                 self.errors.append(text)
         elif method == "Runtime.exceptionThrown":
@@ -111,18 +127,34 @@ class Browser:
 
     def wait_for(self, expression, what):
         deadline = time.time() + WAIT
-        while not self.evaluate(expression):
-            if time.time() > deadline:
-                raise RuntimeError("waited in vain for " + what)
+        while time.time() < deadline:
+            try:
+                if self.evaluate(expression):
+                    return
+            except RuntimeError:
+                pass                # the page is between two documents
             time.sleep(0.2)
+        raise RuntimeError("waited in vain for " + what)
 
     def canvas_png(self, path):
+        """The canvas's pixels once the picture holds still: two looks a second apart agree."""
+        previous = path + ".before.png"
+        self.capture(previous)
+        deadline = time.time() + WAIT
+        while True:
+            time.sleep(1)
+            self.capture(path)
+            if differing_pixels(previous, path) == 0 or time.time() > deadline:
+                os.remove(previous)
+                return path
+            os.replace(path, previous)
+
+    def capture(self, path):
         left, top = self.evaluate("(() => { const r = canvas.getBoundingClientRect(); return [r.left, r.top]; })()")
         clip = {"x": left, "y": top, "width": 640, "height": 480, "scale": 1}
         data = self.call("Page.captureScreenshot", format="png", clip=clip)["data"]
         with open(path, "wb") as file:
             file.write(base64.b64decode(data))
-        return path
 
     def mouse(self, kind, x, y, **more):
         left, top = self.evaluate("(() => { const r = canvas.getBoundingClientRect(); return [r.left, r.top]; })()")
@@ -146,6 +178,45 @@ class Browser:
         self.process.wait(timeout=WAIT)
 
 
+def check_download(browser, linux_verify, artefacts):
+    """The page's link gives the run so far, which the Linux build replays checkpoint by checkpoint."""
+    folder = os.path.join(artefacts, "downloads")
+    os.makedirs(folder, exist_ok=True)
+    browser.call("Browser.setDownloadBehavior", behavior="allow", downloadPath=os.path.abspath(folder))
+    browser.evaluate("document.getElementById('download').click()")
+    deadline = time.time() + WAIT
+    while not glob.glob(os.path.join(folder, "*.kmr")):
+        if time.time() > deadline:
+            return ["the page's link downloaded no recording"]
+        time.sleep(0.2)
+    time.sleep(0.5)
+    made = glob.glob(os.path.join(folder, "*.kmr"))[0]
+    check = subprocess.run([linux_verify, made], capture_output=True, text=True)
+    print("the downloaded recording on Linux:", check.stdout.strip().replace("\n", "; "))
+    return [] if check.returncode == 0 else ["the downloaded recording went another way on Linux: " + check.stdout]
+
+
+def check_replay(browser, linux_verify, recording):
+    """A recording opened in the page plays to the final state hash the Linux build gives it."""
+    expected = re.search(r"Final state hash: (\w+)", subprocess.run([linux_verify, recording], capture_output=True,
+                                                                    text=True).stdout).group(1)
+    with open(recording, "rb") as file:
+        data = base64.b64encode(file.read()).decode()
+    browser.evaluate(f"sessionStorage.setItem(REPLAY_KEY, '{data}'); location.reload()")
+    time.sleep(1)
+    browser.wait_for("typeof Module !== 'undefined' && Module.calledRun === true", "the replay to start")
+    # Any key but Escape plays it four times as fast.
+    common = {"key": "x", "code": "KeyX", "windowsVirtualKeyCode": 88, "nativeVirtualKeyCode": 88}
+    browser.call("Input.dispatchKeyEvent", type="keyDown", **common)
+    try:
+        match = browser.wait_for_console(r"Replay left at step (\d+) of (\d+); state hash: (\w+)", "the replay's end")
+    finally:
+        browser.call("Input.dispatchKeyEvent", type="keyUp", **common)
+    step, steps, reached = match.groups()
+    print(f"the replay in the page: step {step} of {steps}, {reached}; on Linux {expected}")
+    return [] if step == steps and reached == expected else [f"the replay in the page ended at {match.group(0)}"]
+
+
 def differing_pixels(first, second):
     result = subprocess.run(["compare", "-metric", "AE", first, second, "null:"], capture_output=True, text=True)
     return int(float(result.stderr.split()[0]))
@@ -162,7 +233,10 @@ def serve(folder):
 
 
 def main():
-    folder, linux_png, artefacts = sys.argv[1:4]
+    folder, linux_game, linux_verify, recording, artefacts = sys.argv[1:6]
+    linux_png = os.path.abspath(os.path.join(artefacts, "linux-menu.png"))
+    subprocess.run([os.path.join(os.path.dirname(__file__), "linux-menu.sh"), os.path.abspath(linux_game),
+                    *map(str, POINTER), linux_png], check=True)
     server = serve(folder)
     failures = []
     with tempfile.TemporaryDirectory() as profile:
@@ -172,8 +246,9 @@ def main():
             browser.wait_for("typeof Module !== 'undefined' && Module.calledRun === true", "the game to start")
             # The canvas at its own size, so that the screenshot holds its pixels one to one.
             browser.evaluate("canvas.style.width = '640px'")
+            # The game places the pointer itself as it starts: the test's place comes after.
+            browser.canvas_png(os.path.join(artefacts, "web-start.png"))
             browser.mouse("mouseMoved", *POINTER)
-            time.sleep(1.5)
             menu = browser.canvas_png(os.path.join(artefacts, "web-menu.png"))
             differ = differing_pixels(menu, linux_png)
             print(f"main menu: {differ} pixels differ from the Linux build's")
@@ -181,18 +256,22 @@ def main():
                 failures.append(f"the main menu differs from the Linux build's in {differ} pixels")
             browser.click(*ONE_PLAYER)
             browser.click(*FIRST_CHARACTER)
+            # Play goes on by itself (lamps, enemies): a second alone against a second with D held.
             time.sleep(1.5)
-            still = browser.canvas_png(os.path.join(artefacts, "web-play-1.png"))
+            still, idle, moved = (os.path.join(artefacts, f"web-play-{i}.png") for i in (1, 2, 3))
+            browser.capture(still)
             time.sleep(1)
-            idle = browser.canvas_png(os.path.join(artefacts, "web-play-2.png"))
+            browser.capture(idle)
             browser.hold_key("d", "KeyD", 68, 1.0)
-            moved = browser.canvas_png(os.path.join(artefacts, "web-play-3.png"))
+            browser.capture(moved)
             by_time, by_keys = differing_pixels(still, idle), differing_pixels(idle, moved)
             print(f"in play: {by_time} pixels changed in a second alone, {by_keys} while D was held")
             if differing_pixels(menu, still) < 10000:
                 failures.append("the clicks did not start a game")
             if by_keys <= 2 * by_time + 100:
                 failures.append("holding D did not move the player")
+            failures += check_download(browser, linux_verify, artefacts)
+            failures += check_replay(browser, linux_verify, recording)
             time.sleep(0.5)
             browser.evaluate("0")           # collects the last console events
             failures += ["console error: " + error for error in browser.errors]
