@@ -24,22 +24,19 @@ start=$SECONDS
 scripts/web-libs.sh > /dev/null
 echo "web libraries: $(( SECONDS - start )) s"
 start=$SECONDS
-scripts/web.sh verifier > /dev/null
-echo "kmvt_verify for node: $(( SECONDS - start )) s"
+scripts/web.sh > /dev/null
+echo "the page and kmvt_verify for node: $(( SECONDS - start )) s"
 # The outputs name the same files: every line but the program's name must agree.
 "$linux/kmvt_verify" --version | tail -n +2 > "$artefacts/linux.txt"
 "$linux/kmvt_verify" tests/replays/*.kmr >> "$artefacts/linux.txt" || true
-node build/web-node/kmvt_verify.js --version | tail -n +2 > "$artefacts/node.txt"
-node build/web-node/kmvt_verify.js tests/replays/*.kmr >> "$artefacts/node.txt" || true
+node build/web-build/kmvt_verify.js --version | tail -n +2 > "$artefacts/node.txt"
+node build/web-build/kmvt_verify.js tests/replays/*.kmr >> "$artefacts/node.txt" || true
 if ! diff "$artefacts/linux.txt" "$artefacts/node.txt"; then
   echo "FAIL: the web build plays another game than the Linux build (above: Linux <, web >)"
   exit 1
 fi
 echo "the web build: $(head -1 "$artefacts/node.txt"), $(grep -c 'every checkpoint matched' "$artefacts/node.txt") recordings as on Linux"
 
-start=$SECONDS
-scripts/web.sh > /dev/null
-echo "the page: $(( SECONDS - start )) s"
 start=$SECONDS
 python3 tests/web/page_test.py build/web "$linux/kormaveth2d" "$linux/kmvt_verify" \
   tests/replays/1p-lumra-d1-unfinished.kmr "$artefacts" | grep -v '^console: '

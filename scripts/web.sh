@@ -3,8 +3,8 @@
 # Builds the game as a web page in build/web/ (index.html with the game's .js, .wasm and .data),
 # which any static web server serves. The web libraries are built once from Debian's sources
 # (scripts/web-libs.sh) and kept outside the clone.
-#   scripts/web.sh            builds the page and says how to serve it
-#   scripts/web.sh verifier   builds kmvt_verify for node instead, into build/web-node/
+# Beside it, build/web-build/kmvt_verify.js checks recordings under node, from the same objects:
+#   node build/web-build/kmvt_verify.js FILE...
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/deps.sh web
@@ -17,18 +17,14 @@ quietly() {
   output=$("$@" 2>&1) || { echo "$output" >&2; return 1; }
 }
 
-if [ "${1:-page}" = verifier ]; then
-  # For node: everything in one file that reads the real file system.
-  quietly emcmake cmake -S . -B build/web-node -DCMAKE_BUILD_TYPE=Release -DKMVT_VERIFIER_ONLY=ON -DKMVT_WERROR=ON \
-    "-DCMAKE_EXE_LINKER_FLAGS=-sENVIRONMENT=node -sSINGLE_FILE=1 -sNODERAWFS=1 -sALLOW_MEMORY_GROWTH=1"
-  quietly cmake --build build/web-node -j"$jobs" --target kmvt_verify
-  echo "Built build/web-node/kmvt_verify.js: node build/web-node/kmvt_verify.js FILE..."
-  exit 0
-fi
-
 libs=$(scripts/web-libs.sh)
-quietly emcmake cmake -S . -B build/web-build -DCMAKE_BUILD_TYPE=Release -DKMVT_WERROR=ON -DKMVT_WEB_LIBS="$libs"
-quietly cmake --build build/web-build -j"$jobs" --target kormaveth2d
+launcher=()
+if [ -z "${CMAKE_CXX_COMPILER_LAUNCHER:-}" ] && command -v ccache > /dev/null; then
+  launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+fi
+quietly emcmake cmake -S . -B build/web-build -DCMAKE_BUILD_TYPE=Release -DKMVT_WERROR=ON -DKMVT_WEB_LIBS="$libs" \
+  "${launcher[@]}"
+quietly cmake --build build/web-build -j"$jobs" --target kormaveth2d kmvt_verify
 mkdir -p build/web
 for file in index.html kormaveth2d.js kormaveth2d.wasm kormaveth2d.data; do
   cp build/web-build/$file build/web/
