@@ -178,6 +178,19 @@ class Browser:
         self.process.wait(timeout=WAIT)
 
 
+def check_hidden_pauses(browser, playing, artefacts):
+    """A tab hidden and shown again finds the game paused, as a window that lost its focus."""
+    for hidden in ("true", "false"):
+        browser.evaluate(f"""Object.defineProperty(document, 'hidden', {{ value: {hidden}, configurable: true }});
+            Object.defineProperty(document, 'visibilityState', {{ value: {hidden} ? 'hidden' : 'visible', configurable: true }});
+            document.dispatchEvent(new Event('visibilitychange'))""")
+        time.sleep(0.5)
+    paused = browser.canvas_png(os.path.join(artefacts, "web-paused.png"))
+    changed = differing_pixels(playing, paused)
+    print(f"hidden and shown again: the picture held still, {changed} pixels from play")
+    return [] if changed > 10000 else ["a hidden tab did not pause the game"]
+
+
 def check_download(browser, linux_verify, artefacts):
     """The page's link gives the run so far, which the Linux build replays checkpoint by checkpoint."""
     folder = os.path.join(artefacts, "downloads")
@@ -270,6 +283,7 @@ def main():
                 failures.append("the clicks did not start a game")
             if by_keys <= 2 * by_time + 100:
                 failures.append("holding D did not move the player")
+            failures += check_hidden_pauses(browser, moved, artefacts)
             failures += check_download(browser, linux_verify, artefacts)
             failures += check_replay(browser, linux_verify, recording)
             time.sleep(0.5)
