@@ -46,7 +46,7 @@ fi
 echo "Building the web libraries (once; kept in $prefix):"
 echo "$versions"
 work=$cache_root/build-$key
-rm -rf "$work"
+rm -rf "$cache_root"/build-*		# this one's last try, and those of older keys
 mkdir -p "$work/src" "$work/prefix/include" "$work/prefix/lib"
 out=$work/prefix
 # fetch PACKAGE: its source, the newest version the mirror still serves.
