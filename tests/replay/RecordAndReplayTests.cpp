@@ -226,11 +226,8 @@ TEST( RecordAndReplayTest, TheRecordingSoFarIsSavedWhileTheRunGoesOn ) {
 	}
 	SetClock( nullptr );
 	gameState = STATE_MAIN_MENU;
-
-	cSession alone;
-	const char *plain[] = { "kormaveth2d" };
-	ASSERT_TRUE( alone.Open( cCommandLine::Parse( 1, plain ), player, nullptr, clock, error ) );
-	error.clear();
+	cSession alone;		// the same program, without --record
+	ASSERT_TRUE( alone.Open( cCommandLine::Parse( 1, argv ), player, nullptr, clock, error ) );
 	EXPECT_FALSE( alone.SaveRecording( error ) );
 	EXPECT_FALSE( error.empty() );
 }
