@@ -216,17 +216,18 @@ void RunGame( const cCommandLine &line, cClock &clock ) {
 
 }
 
+#ifdef __EMSCRIPTEN__
 // The page's link to the recording so far: written to the file the command line named, which the
 // page then offers for download. 0 when there is nothing to write, or it could not be written.
 extern "C" int kmvt_SaveRecording() {
-	std::string error;
+	std::string error = "the game has ended";
 	if ( runningSession == nullptr || !runningSession->SaveRecording( error ) ) {
 		cLog::Write( ( "Recording not saved: " + error ).c_str() );
 		return 0;
 	}
 	return 1;
-
 }
+#endif
 
 int main( int argc, char **argv ) {
 	const cCommandLine line = cCommandLine::Parse( argc, argv );
