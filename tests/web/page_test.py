@@ -267,7 +267,10 @@ def main():
             print(f"main menu: {differ} pixels differ from the Linux build's")
             if differ != 0:
                 failures.append(f"the main menu differs from the Linux build's in {differ} pixels")
+            # Each click once the picture it leads to holds still, so that a slow browser cannot
+            # take two clicks in one step.
             browser.click(*ONE_PLAYER)
+            browser.canvas_png(os.path.join(artefacts, "web-select.png"))
             browser.click(*FIRST_CHARACTER)
             # Play goes on by itself (lamps, enemies): a second alone against a second with D held.
             time.sleep(1.5)
@@ -275,7 +278,7 @@ def main():
             browser.capture(still)
             time.sleep(1)
             browser.capture(idle)
-            browser.hold_key("d", "KeyD", 68, 1.0)
+            browser.hold_key("d", "KeyD", 68, 1.5)
             browser.capture(moved)
             by_time, by_keys = differing_pixels(still, idle), differing_pixels(idle, moved)
             print(f"in play: {by_time} pixels changed in a second alone, {by_keys} while D was held")
