@@ -36,7 +36,7 @@ ensure_source_lines
 versions=$(for package in "${packages[@]}"; do
   echo "$package $(apt-cache showsrc --only-source "$package" | sed -n 's/^Version: //p' | sort -V | tr '\n' ' ')"
 done)
-key=$( { echo "$versions"; emcc --version | head -1; cat "$0"; } | sha256sum | cut -c1-16)
+key=$( { echo "$versions"; emcc --version | sed -n 1p; cat "$0"; } | sha256sum | cut -c1-16)
 prefix=$cache_root/$key
 if [ -f "$prefix/done" ]; then
   echo "$prefix" >&3
