@@ -22,6 +22,8 @@
 #include "log/Printable.h"
 #include "net/Handshake.h"
 #include "net/Link.h"
+#include "net/PortMapper.h"
+#include "net/PortMappingThread.h"
 #include "platform/DataPaths.h"
 #include "platform/MonotonicClock.h"
 #include "platform/Platform.h"
@@ -133,6 +135,18 @@ std::unique_ptr<cLink> OpenOnline( const cCommandLine &line, cSession &session, 
 	return link;
 }
 
+// --host: the router is asked to open the port in the background; its line goes to the terminal
+// and the log as it comes.
+std::unique_ptr<cPortMappingThread> MapPort( const cCommandLine &line ) {
+	if ( line.online != cCommandLine::HOST || !line.portMapping ) {
+		return nullptr;
+	}
+	return std::make_unique<cPortMappingThread>( cPortMapper::OpenOnNetwork(), line.port, []( const std::string &text ) {
+		cLog::Write( text.c_str() );
+		std::fprintf( stderr, "%s\n", MakePrintable( text ).c_str() );
+	} );
+}
+
 // The version's fingerprint plays a short game, which must leave the last real run's log alone.
 int PrintVersion() {
 	cLog::Restart( "" );
@@ -154,6 +168,7 @@ void RunGame( const cCommandLine &line, cClock &clock ) {
 	cSdlSoundBackend sound;
 	cMonotonicClock pacing;
 	std::unique_ptr<cLink> link;
+	std::unique_ptr<cPortMappingThread> portMapping;
 	cSession session;
 	std::string error;
 	if ( !session.Open( line, input, &sound, clock, error ) ) {
@@ -161,6 +176,7 @@ void RunGame( const cCommandLine &line, cClock &clock ) {
 	}
 	if ( line.online != cCommandLine::ALONE ) {
 		link = OpenOnline( line, session, dataRoot, pacing );
+		portMapping = link ? MapPort( line ) : nullptr;
 	}
 	SetClock( &session.GetClock() );
 	cPlatform platform;
