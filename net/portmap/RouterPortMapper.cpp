@@ -45,21 +45,29 @@ struct cIgd {
 		}
 	}
 	bool IsRouter() const { return found == 1 || found == 2; }
-
-	// Who holds the outside port now; false when nobody does.
-	bool GetHolder( uint16_t outsidePort, std::string &client, std::string &clientPort, uint32_t &lease ) {
-		char client_[64] = {}, port_[8] = {}, description[80] = {}, enabled[8] = {}, duration[16] = {};
-		const std::string number = std::to_string( outsidePort );
-		if ( UPNP_GetSpecificPortMappingEntry( urls.controlURL, data.first.servicetype, number.c_str(), UDP, nullptr,
-											   client_, port_, description, enabled, duration ) != UPNPCOMMAND_SUCCESS ) {
-			return false;
-		}
-		client = client_;
-		clientPort = port_;
-		lease = static_cast<uint32_t>( std::strtoul( duration, nullptr, 10 ) );
-		return true;
-	}
 };
+
+// Which machine and port the router sends the outside port to; false when it sends it nowhere.
+bool GetHolder( const cRouterPortMapper::cUpnpRouter &router, uint16_t outsidePort, std::string &client,
+				std::string &clientPort, uint32_t &lease ) {
+	char client_[64] = {}, port_[8] = {}, description[80] = {}, enabled[8] = {}, duration[16] = {};
+	const std::string number = std::to_string( outsidePort );
+	if ( UPNP_GetSpecificPortMappingEntry( router.control.c_str(), router.service.c_str(), number.c_str(), UDP, nullptr,
+										   client_, port_, description, enabled, duration ) != UPNPCOMMAND_SUCCESS ) {
+		return false;
+	}
+	client = client_;
+	clientPort = port_;
+	lease = static_cast<uint32_t>( std::strtoul( duration, nullptr, 10 ) );
+	return true;
+}
+
+// The port held for this machine's same port.
+bool IsOurs( const cRouterPortMapper::cUpnpRouter &router, uint16_t port, uint16_t outsidePort, uint32_t &lease ) {
+	std::string client, clientPort;
+	return GetHolder( router, outsidePort, client, clientPort, lease ) && client == router.home &&
+		   clientPort == std::to_string( port );
+}
 
 std::string DescribeUpnpError( int code ) {
 	const char *text = strupnperror( code );
@@ -165,30 +173,28 @@ cPortMapper::cAnswer cRouterPortMapper::OpenByUpnp( uint16_t port, uint32_t leas
 		return answer;
 	}
 	answer.answered = true;
-	answer.home = igd.home;
+	upnp = { igd.urls.controlURL, igd.data.first.servicetype, igd.home };
+	answer.home = upnp.home;
 	char outside[40] = {};
-	if ( UPNP_GetExternalIPAddress( igd.urls.controlURL, igd.data.first.servicetype, outside ) == UPNPCOMMAND_SUCCESS ) {
+	if ( UPNP_GetExternalIPAddress( upnp.control.c_str(), upnp.service.c_str(), outside ) == UPNPCOMMAND_SUCCESS ) {
 		answer.outside = outside;
 	}
 	const std::string number = std::to_string( port );
 	std::string client, clientPort;
 	uint32_t held = 0;
-	if ( igd.GetHolder( port, client, clientPort, held ) && client != answer.home ) {
+	if ( GetHolder( upnp, port, client, clientPort, held ) && client != upnp.home ) {
 		answer.refusal = "UDP port " + number + " is open to another machine, " + client;
 		return answer;
 	}
-	std::string duration = std::to_string( lease );
-	int result = UPNP_AddPortMapping( igd.urls.controlURL, igd.data.first.servicetype, number.c_str(), number.c_str(),
-									  igd.home, DESCRIPTION, UDP, nullptr, duration.c_str() );
+	int result = AddUpnp( port, std::to_string( lease ) );
 	if ( result == ONLY_PERMANENT_LEASES ) {
-		result = UPNP_AddPortMapping( igd.urls.controlURL, igd.data.first.servicetype, number.c_str(), number.c_str(),
-									  igd.home, DESCRIPTION, UDP, nullptr, "0" );
+		result = AddUpnp( port, "0" );
 	}
 	if ( result != UPNPCOMMAND_SUCCESS ) {
 		answer.refusal = DescribeUpnpError( result );
 		return answer;
 	}
-	answer.opened = igd.GetHolder( port, client, clientPort, held ) && client == answer.home && clientPort == number;
+	answer.opened = IsOurs( upnp, port, port, held );
 	answer.outsidePort = port;
 	answer.lease = held;
 	if ( !answer.opened ) {
@@ -197,6 +203,13 @@ cPortMapper::cAnswer cRouterPortMapper::OpenByUpnp( uint16_t port, uint32_t leas
 	return answer;
 }
 
+int cRouterPortMapper::AddUpnp( uint16_t port, const std::string &lease ) {
+	const std::string number = std::to_string( port );
+	return UPNP_AddPortMapping( upnp.control.c_str(), upnp.service.c_str(), number.c_str(), number.c_str(),
+								upnp.home.c_str(), DESCRIPTION, UDP, nullptr, lease.c_str() );
+}
+
+// NAT-PMP takes back only the asking machine's openings; UPnP's is read back first.
 void cRouterPortMapper::Remove( eWay way, uint16_t port, uint16_t outsidePort ) {
 	if ( way == NAT_PMP ) {
 		natpmp_t natpmp;
@@ -209,12 +222,9 @@ void cRouterPortMapper::Remove( eWay way, uint16_t port, uint16_t outsidePort ) 
 		}
 		return;
 	}
-	cIgd igd;
-	std::string client, clientPort;
-	uint32_t held = 0;
-	if ( igd.IsRouter() && igd.GetHolder( outsidePort, client, clientPort, held ) && client == igd.home &&
-		 clientPort == std::to_string( port ) ) {
+	uint32_t lease = 0;
+	if ( !upnp.control.empty() && IsOurs( upnp, port, outsidePort, lease ) ) {
 		const std::string number = std::to_string( outsidePort );
-		UPNP_DeletePortMapping( igd.urls.controlURL, igd.data.first.servicetype, number.c_str(), UDP, nullptr );
+		UPNP_DeletePortMapping( upnp.control.c_str(), upnp.service.c_str(), number.c_str(), UDP, nullptr );
 	}
 }
