@@ -30,6 +30,7 @@
 #include "platform/sdl/SdlClock.h"
 #include "platform/sdl/SdlWindow.h"
 #include "program/CommandLine.h"
+#include "program/NoticePicture.h"
 #include "program/Session.h"
 #include "program/WaitingPicture.h"
 #include "replay/Fingerprint.h"
@@ -60,8 +61,9 @@ bool CreateMainWindow( cCommandLine::eScreen screen, cSdlWindow &window, bool &f
 // screen and a window; the input backend keeps the keys and the cursor out of the game's way.
 class cWindowFrames : public cFrameClient {
 public:
-	cWindowFrames( cSdlWindow &window, cSdlInputBackend &input, cSession &session, cWaitingPicture &waiting )
-		: window( window ), input( input ), session( session ), waiting( waiting ) {}
+	cWindowFrames( cSdlWindow &window, cSdlInputBackend &input, cSession &session, cWaitingPicture &waiting,
+				   cNoticePicture &notice, const cPortMappingThread *portMapping )
+		: window( window ), input( input ), session( session ), waiting( waiting ), notice( notice ), portMapping( portMapping ) {}
 
 	bool HandleEvents() override {
 		SDL_Event event;
@@ -84,7 +86,9 @@ public:
 	bool IsFrameWanted() override {
 		const Uint32 unseen = SDL_WINDOW_HIDDEN | SDL_WINDOW_MINIMIZED;
 		const bool waitingChanged = waiting.Show( session.IsWaitingForPartner() );
-		return ( SDL_GetWindowFlags( window.GetWindow() ) & unseen ) == 0 && ( picture.IsChanged( game ) || waitingChanged );
+		const bool noticeChanged = portMapping != nullptr && notice.Show( portMapping->GetLine() );
+		return ( SDL_GetWindowFlags( window.GetWindow() ) & unseen ) == 0 &&
+			   ( picture.IsChanged( game ) || waitingChanged || noticeChanged );
 	}
 	void DrawFrame() override {
 		game.RenderFrame();
@@ -96,6 +100,8 @@ private:
 	cSdlInputBackend &	input;
 	cSession &			session;
 	cWaitingPicture &	waiting;
+	cNoticePicture &	notice;
+	const cPortMappingThread *portMapping;
 	cFramePicture		picture;
 };
 
@@ -163,7 +169,8 @@ void RunGame( const cCommandLine &line, cClock &clock ) {
 		return;
 	}
 	cSdlGraphicsBackend graphics( window );
-	cWaitingPicture waiting( graphics, dataRoot );
+	cNoticePicture notice( graphics, dataRoot );
+	cWaitingPicture waiting( notice, dataRoot );
 	cSdlInputBackend input( window );
 	cSdlSoundBackend sound;
 	cMonotonicClock pacing;
@@ -188,7 +195,7 @@ void RunGame( const cCommandLine &line, cClock &clock ) {
 	if ( game.Init( platform, fullscreen ) ) {
 		StartPads();
 		cFrameLoop loop( pacing );
-		cWindowFrames frames( window, input, session, waiting );
+		cWindowFrames frames( window, input, session, waiting, notice, portMapping.get() );
 		loop.Run( frames );
 	}
 	if ( !session.Close( error ) ) {
