@@ -30,20 +30,21 @@ std::string cPortMappingThread::GetLine() const {
 	return line;
 }
 
-// A request under way finishes (within its bound) before the end is noticed.
+// A request under way finishes (within its bound) before the end is noticed. The report is made
+// outside the lock, so that it may take locks of its own and call GetLine.
 void cPortMappingThread::Run() {
-	std::unique_lock<std::mutex> lock( guard );
-	while ( !stopping ) {
-		lock.unlock();
+	bool stop = false;
+	while ( !stop ) {
 		const int64_t next = mapping.Work( GetNow() );
 		const std::string said = mapping.GetLine();
-		lock.lock();
+		std::unique_lock<std::mutex> lock( guard );
 		if ( said != line ) {
 			line = said;
-			report( line );
+			lock.unlock();
+			report( said );
+			lock.lock();
 		}
-		woken.wait_for( lock, std::chrono::milliseconds( next - GetNow() ), [this] { return stopping; } );
+		stop = woken.wait_for( lock, std::chrono::milliseconds( next - GetNow() ), [this] { return stopping; } );
 	}
-	lock.unlock();
 	mapping.Close();
 }

@@ -2,8 +2,8 @@
 #pragma once
 // cPortMappingThread runs the host's port mapping (net/PortMapping.h) on a thread of its own, so
 // that the frame loop never waits on the router: it asks at once, renews in time, hands every new
-// line to the caller's report (on its own thread) and, when it goes, takes the opening back and
-// ends its thread before it returns.
+// line to the caller's report (on its own thread, outside its lock) and, when it goes, takes the
+// opening back and ends its thread before it returns.
 
 #include <condition_variable>
 #include <functional>

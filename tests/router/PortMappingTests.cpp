@@ -4,9 +4,13 @@
 
 #include <gtest/gtest.h>
 
+#include <condition_variable>
+#include <memory>
+#include <mutex>
 #include <vector>
 
 #include "net/PortMapping.h"
+#include "net/PortMappingThread.h"
 
 namespace {
 
@@ -204,6 +208,37 @@ TEST( PortMappingTests, AddressesFallIntoTheirClasses ) {
 	for ( const cCase &test : cases ) {
 		EXPECT_EQ( cPortMapping::ClassifyAddress( test.address ), test.addressClass ) << test.address;
 	}
+}
+
+// On its own thread: the line reaches the report, and the end takes the opening back before the
+// thread is gone.
+TEST( PortMappingTests, TheThreadReportsTheLineAndTakesTheOpeningBackAtTheEnd ) {
+	struct cWitnessedMapper : cFakeMapper {
+		size_t *removals = nullptr;
+		void Remove( eWay way, uint16_t port, uint16_t outsidePort ) override {
+			cFakeMapper::Remove( way, port, outsidePort );
+			( *removals )++;
+		}
+	};
+	size_t removals = 0;
+	auto mapper = std::make_unique<cWitnessedMapper>();
+	mapper->answers[cPortMapper::NAT_PMP] = Opened( "11.77.0.1", PORT, 3600 );
+	mapper->removals = &removals;
+	std::mutex guard;
+	std::condition_variable reported;
+	std::vector<std::string> lines;
+	{
+		cPortMappingThread thread( std::move( mapper ), PORT, [&]( const std::string &line ) {
+			std::lock_guard<std::mutex> lock( guard );
+			lines.push_back( line );
+			reported.notify_all();
+		} );
+		std::unique_lock<std::mutex> lock( guard );
+		reported.wait( lock, [&] { return !lines.empty(); } );
+		EXPECT_EQ( thread.GetLine(), lines[0] );
+	}
+	EXPECT_EQ( lines, std::vector<std::string>( { "Partner joins with: kormaveth2d --join 11.77.0.1:27460" + SAME_HOUSE } ) );
+	EXPECT_EQ( removals, 1u );
 }
 
 }
