@@ -109,7 +109,6 @@ TEST( CommandLineTest, OnlyTheHostLeavesTheRouterAlone ) {
 		{ { "--host", "--no-port-mapping" }, false, "" },
 		{ { "--no-port-mapping", "--host", "5000" }, false, "" },
 		{ { "--join", "a", "--no-port-mapping" }, true, "--no-port-mapping goes with --host" },
-		{ { "--no-port-mapping" }, true, "--no-port-mapping goes with --host" },
 		{ { "--host", "--no-port-mapping", "--no-port-mapping" }, true, "unexpected argument '--no-port-mapping'" },
 	};
 	for ( const auto &c : cases ) {

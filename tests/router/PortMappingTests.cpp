@@ -42,22 +42,11 @@ public:
 };
 
 cPortMapper::cAnswer Opened( const std::string &outside, uint16_t outsidePort, uint32_t lease ) {
-	cPortMapper::cAnswer answer;
-	answer.answered = true;
-	answer.opened = true;
-	answer.outside = outside;
-	answer.home = "192.168.1.5";
-	answer.outsidePort = outsidePort;
-	answer.lease = lease;
-	return answer;
+	return { true, outside, "192.168.1.5", true, outsidePort, lease, "" };
 }
 
 cPortMapper::cAnswer Refused( const std::string &outside, const std::string &why ) {
-	cPortMapper::cAnswer answer;
-	answer.answered = true;
-	answer.outside = outside;
-	answer.refusal = why;
-	return answer;
+	return { true, outside, "192.168.1.5", false, 0, 0, why };
 }
 
 const cPortMapper::cAnswer SILENT;
@@ -215,10 +204,7 @@ TEST( PortMappingTests, AddressesFallIntoTheirClasses ) {
 TEST( PortMappingTests, TheThreadReportsTheLineAndTakesTheOpeningBackAtTheEnd ) {
 	struct cWitnessedMapper : cFakeMapper {
 		size_t *removals = nullptr;
-		void Remove( eWay way, uint16_t port, uint16_t outsidePort ) override {
-			cFakeMapper::Remove( way, port, outsidePort );
-			( *removals )++;
-		}
+		void Remove( eWay, uint16_t, uint16_t ) override { ( *removals )++; }
 	};
 	size_t removals = 0;
 	auto mapper = std::make_unique<cWitnessedMapper>();
