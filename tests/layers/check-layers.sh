@@ -8,7 +8,9 @@
 # library. The game logic includes no backend. The harness (the game without a window) plays on
 # the headless backends. A new layer is one more line in LAYERS and its name in the lists of the
 # layers above it; a new kind of backend is one more entry in BACKENDS. The online game (net/) sits
-# above app and replay; its ENet link is the backend net/enet/, the only code that includes ENet.
+# above app and replay; its ENet link is the backend net/enet/, the only code that includes ENet,
+# and its way to the home router the backend net/portmap/, the only code that includes libnatpmp
+# and miniupnpc.
 #   check-layers.sh [SOURCE_DIR]   prints every include against the rules; fails if there is one
 set -u
 cd "${1:-$(dirname "$0")/../..}" || exit 2
@@ -34,6 +36,7 @@ declare -A BACKENDS=(
 	[sdl]="SDL"
 	[headless]=""
 	[enet]="enet/"
+	[portmap]="(natpmp\.h|miniupnpc/)"
 )
 declare -A FOLDER_KIND=(
 	[harness]=headless
@@ -100,9 +103,10 @@ check_libraries() {
 	[[ -n "${EXCEPTIONS[$file]+set}" ]] && return
 	for other in "${!BACKENDS[@]}"; do
 		local library="${BACKENDS[$other]}"
-		if [[ -n "$library" && "$other" != "$kind" ]] && grep -qE "^\s*#\s*include\s*[<\"]$library" "$file"; then
-			complain "$file" "includes $library outside an $other/ folder"
-		fi
+		[[ -n "$library" && "$other" != "$kind" ]] || continue
+		local found
+		found=$(grep -m 1 -oE "^\s*#\s*include\s*[<\"]$library" "$file") || continue
+		complain "$file" "includes ${found##*[<\"]} outside an $other/ folder"
 	done
 }
 
