@@ -17,7 +17,8 @@
 // Online (see harness/OnlineAutoplay.h): --host[=PORT] waits for a partner and plays one
 // two-player game as player 1, --join=HOST[:PORT] plays player 2; --delay=STEPS, --wait=SECONDS
 // (the host's wait for a partner), --online-record=FILE writes the online game's recording, and
-// --version-as=TEXT names another version in the handshake, to see the refusal.
+// --version-as=TEXT names another version in the handshake, to see the refusal. --map-port has the
+// host ask the home router to open its port, as the game's --host does, with the game's lines.
 // The exit status is 0 when every game ran through the menus and ended without a broken frame.
 
 #include <malloc.h>
@@ -44,7 +45,10 @@ extern "C" size_t __sanitizer_get_current_allocated_bytes();
 #include "Version.h"
 #if KMVT_ONLINE
 #include "harness/OnlineAutoplay.h"
+#include "log/Log.h"
 #include "net/Link.h"
+#include "net/PortMapper.h"
+#include "net/PortMappingThread.h"
 #endif
 
 namespace {
@@ -61,6 +65,7 @@ struct cRunOptions {
 	int					traceEvery = 0;
 #if KMVT_ONLINE
 	bool				online = false;
+	bool				mapPort = false;
 	cOnlineOptions		onlineOptions;
 #endif
 };
@@ -120,6 +125,8 @@ bool ParseOnlineOption( const char *argument, cRunOptions &options ) {
 		online.recordPath = value;
 	} else if ( ReadValue( argument, "--version-as=", value ) ) {
 		online.version = value;
+	} else if ( std::strcmp( argument, "--map-port" ) == 0 ) {
+		options.mapPort = true;
 	} else {
 		return false;
 	}
@@ -236,6 +243,14 @@ int main( int argc, char **argv ) {
 		options.onlineOptions.setup = options.setup;
 		if ( options.onlineOptions.version.empty() ) {
 			options.onlineOptions.version = KMVT_VERSION;
+		}
+		std::unique_ptr<cPortMappingThread> mapping;
+		if ( options.mapPort && options.onlineOptions.host ) {
+			mapping = std::make_unique<cPortMappingThread>( cPortMapper::OpenOnNetwork(), options.onlineOptions.port,
+															[]( const std::string &line ) {
+																cLog::Write( line.c_str() );
+																std::fprintf( stderr, "%s\n", line.c_str() );
+															} );
 		}
 		return PlayOnline( options.onlineOptions );
 	}

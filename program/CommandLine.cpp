@@ -105,6 +105,9 @@ cCommandLine cCommandLine::Parse( int argc, const char *const *argv ) {
 	if ( line.delay > 0 && line.online == ALONE ) {
 		return Wrong( "--delay goes with --host or --join" );
 	}
+	if ( !line.portMapping && line.online != HOST ) {
+		return Wrong( "--no-port-mapping goes with --host" );
+	}
 	if ( line.online != ALONE && ( line.mode == REPLAY || line.mode == VERIFY ) ) {
 		return Wrong( "an online game cannot play a recording" );
 	}
@@ -132,6 +135,8 @@ bool cCommandLine::TakeOnlineOption( int argc, const char *const *argv, int &i, 
 			error = "--join needs HOST or HOST:PORT";
 		}
 		i++;
+	} else if ( argument == "--no-port-mapping" && line.portMapping ) {
+		line.portMapping = false;
 	} else if ( argument == "--delay" && line.delay == 0 ) {
 		if ( !ReadNumber( value, cPacket::MAX_DELAY, number ) ) {
 			error = "--delay takes a number of steps from 1 to " + std::to_string( cPacket::MAX_DELAY );
@@ -147,7 +152,7 @@ bool cCommandLine::TakeOnlineOption( int argc, const char *const *argv, int &i, 
 std::string cCommandLine::GetUsageLine( const std::string &error ) {
 	return std::string( PROGRAM ) + ": " + MakePrintable( error ) + "; usage: " + PROGRAM +
 		   " [--fullscreen | --window] [--record FILE | --replay FILE [--verify] | --help | --version]"
-		   " [--host [PORT] | --join HOST[:PORT]] [--delay STEPS]\n";
+		   " [--host [PORT] [--no-port-mapping] | --join HOST[:PORT]] [--delay STEPS]\n";
 }
 
 std::string cCommandLine::GetHelp() {
@@ -170,7 +175,10 @@ std::string cCommandLine::GetHelp() {
 		"                         file could not be read\n"
 		"  --host [PORT]          wait for a partner on UDP port PORT (" + std::to_string( cLink::DEFAULT_PORT ) + ")\n"
 		"                         while playing alone; once it joins, both play from the main\n"
-		"                         menu: this machine is player 1 and its mouse drives the menus\n"
+		"                         menu: this machine is player 1 and its mouse drives the menus;\n"
+		"                         the home router is asked to open the port, and one line says how\n"
+		"                         the partner joins, or what to do instead\n"
+		"  --no-port-mapping      with --host: leave the router alone (the port forwarded by hand)\n"
 		"  --join HOST[:PORT]     join the game hosted on HOST (a name or an IPv4 address) as\n"
 		"                         player 2; both machines need the same version and data\n"
 		"  --delay STEPS          the online input delay in 15 ms steps (1 to 40) instead of the\n"

@@ -21,9 +21,10 @@ struct cCommandLine {
 	std::string			partner;		// JOIN: the host's name or address
 	uint16_t			port = 0;		// HOST and JOIN: the host's UDP port
 	uint32_t			delay = 0;		// --delay STEPS; 0 lets the host measure it
+	bool				portMapping = true;	// HOST: asks the home router to open the port
 
 	static cCommandLine	Parse( int argc, const char *const *argv );
-	// --host [PORT], --join HOST[:PORT] and --delay STEPS at argv[i]: false when argv[i] is none of
+	// --host [PORT], --join HOST[:PORT], --delay STEPS and --no-port-mapping at argv[i]: false when argv[i] is none of
 	// them; i moves past what it took, error says what is wrong with it.
 	static bool			TakeOnlineOption( int argc, const char *const *argv, int &i, cCommandLine &line,
 										  std::string &error );

@@ -24,12 +24,15 @@
 #include "log/Printable.h"
 #include "net/Handshake.h"
 #include "net/Link.h"
+#include "net/PortMapper.h"
+#include "net/PortMappingThread.h"
 #include "platform/DataPaths.h"
 #include "platform/MonotonicClock.h"
 #include "platform/Platform.h"
 #include "platform/sdl/SdlClock.h"
 #include "platform/sdl/SdlWindow.h"
 #include "program/CommandLine.h"
+#include "program/NoticePicture.h"
 #include "program/Session.h"
 #include "program/WaitingPicture.h"
 #include "replay/Fingerprint.h"
@@ -65,8 +68,9 @@ bool CreateMainWindow( cCommandLine::eScreen screen, cSdlWindow &window, bool &f
 // screen and a window; the input backend keeps the keys and the cursor out of the game's way.
 class cWindowFrames : public cFrameClient {
 public:
-	cWindowFrames( cSdlWindow &window, cSdlInputBackend &input, cSession &session, cWaitingPicture &waiting )
-		: window( window ), input( input ), session( session ), waiting( waiting ) {}
+	cWindowFrames( cSdlWindow &window, cSdlInputBackend &input, cSession &session, cWaitingPicture &waiting,
+				   cNoticePicture &notice, const cPortMappingThread *portMapping )
+		: window( window ), input( input ), session( session ), waiting( waiting ), notice( notice ), portMapping( portMapping ) {}
 
 	bool HandleEvents() override {
 		SDL_Event event;
@@ -89,7 +93,9 @@ public:
 	bool IsFrameWanted() override {
 		const Uint32 unseen = SDL_WINDOW_HIDDEN | SDL_WINDOW_MINIMIZED;
 		const bool waitingChanged = waiting.Show( session.IsWaitingForPartner() );
-		return ( SDL_GetWindowFlags( window.GetWindow() ) & unseen ) == 0 && ( picture.IsChanged( game ) || waitingChanged );
+		const bool noticeChanged = portMapping != nullptr && notice.Show( portMapping->GetLine() );
+		return ( SDL_GetWindowFlags( window.GetWindow() ) & unseen ) == 0 &&
+			   ( picture.IsChanged( game ) || waitingChanged || noticeChanged );
 	}
 	void DrawFrame() override {
 		game.RenderFrame();
@@ -101,6 +107,8 @@ private:
 	cSdlInputBackend &	input;
 	cSession &			session;
 	cWaitingPicture &	waiting;
+	cNoticePicture &	notice;
+	const cPortMappingThread *portMapping;
 	cFramePicture		picture;
 };
 
@@ -146,6 +154,22 @@ std::unique_ptr<cLink> OpenOnline( const cCommandLine &line, cSession &session, 
 	return link;
 }
 
+// --host: the router is asked to open the port in the background; its line goes to the terminal
+// and the log as it comes.
+std::unique_ptr<cPortMappingThread> MapPort( const cCommandLine &line ) {
+	if ( line.online != cCommandLine::HOST || !line.portMapping ) {
+		return nullptr;
+	}
+#ifdef __EMSCRIPTEN__
+	return nullptr;		// a page hosts no online game
+#else
+	return std::make_unique<cPortMappingThread>( cPortMapper::OpenOnNetwork(), line.port, []( const std::string &text ) {
+		cLog::Write( text.c_str() );
+		std::fprintf( stderr, "%s\n", MakePrintable( text ).c_str() );
+	} );
+#endif
+}
+
 // The version's fingerprint plays a short game, which must leave the last real run's log alone.
 int PrintVersion() {
 	cLog::Restart( "" );
@@ -169,11 +193,13 @@ void RunGame( const cCommandLine &line, cClock &clock ) {
 	SDL_SetWindowSize( window.GetWindow(), VIEW_WIDTH, VIEW_HEIGHT );
 #endif
 	cSdlGraphicsBackend graphics( window );
-	cWaitingPicture waiting( graphics, dataRoot );
+	cNoticePicture notice( graphics, dataRoot );
+	cWaitingPicture waiting( notice, dataRoot );
 	cSdlInputBackend input( window );
 	cSdlSoundBackend sound;
 	cMonotonicClock pacing;
 	std::unique_ptr<cLink> link;
+	std::unique_ptr<cPortMappingThread> portMapping;
 	cSession session;
 	std::string error;
 	if ( !session.Open( line, input, &sound, clock, error ) ) {
@@ -181,6 +207,7 @@ void RunGame( const cCommandLine &line, cClock &clock ) {
 	}
 	if ( line.online != cCommandLine::ALONE ) {
 		link = OpenOnline( line, session, dataRoot, pacing );
+		portMapping = link ? MapPort( line ) : nullptr;
 	}
 	SetClock( &session.GetClock() );
 	cPlatform platform;
@@ -204,7 +231,7 @@ void RunGame( const cCommandLine &line, cClock &clock ) {
 	}
 	StartPads();
 	cFrameLoop loop( pacing );
-	cWindowFrames frames( window, input, session, waiting );
+	cWindowFrames frames( window, input, session, waiting, notice, portMapping.get() );
 #ifdef __EMSCRIPTEN__
 	loop.ResetDeadline();
 	cWebPage::RunFrames( [&]() { return loop.RunPass( frames ); }, end );

@@ -7,10 +7,15 @@
 #   scripts/deps.sh web    what builds the game for the browser and tests it there
 set -euo pipefail
 
-play_packages=(g++ cmake make pkg-config libsdl2-dev libsdl2-image-dev libsdl2-mixer-dev libenet-dev)
+play_packages=(g++ cmake make pkg-config libsdl2-dev libsdl2-image-dev libsdl2-mixer-dev libenet-dev
+               libminiupnpc-dev libnatpmp-dev)
 test_packages=(googletest python3 libgtest-dev libbenchmark-dev libtcod-dev libsdl2-ttf-dev fonts-dejavu-core
                xvfb xauth xdotool x11-utils x11-apps xfonts-base imagemagick clang libclang-rt-14-dev
-               desktop-file-utils appstream openbox)
+               desktop-file-utils appstream openbox
+               miniupnpd-nftables nftables miniupnpc iproute2)
+# miniupnpd-nftables is the router of the router tests, started by the tests alone: the package
+# holds the program and its nft scripts, with no service that starts and no question to ask (the
+# service and its questions come with the package miniupnpd, which is not installed).
 package_packages=(dpkg-dev file lintian)
 # The web page: the compiler, Debian's sources of the libraries, node and a browser for its tests.
 web_packages=(emscripten nodejs cmake make dpkg-dev python3 chromium imagemagick)

@@ -30,7 +30,7 @@ fail() {
 port=$(( 20000 + RANDOM % 12000 ))	# below the ephemeral ports that the system hands out
 
 cd "$work/host"
-start_game "$work/host/stdout.txt" "$game" --host "$port" --record "$work/host/host.kmr"
+start_game "$work/host/stdout.txt" "$game" --host "$port" --no-port-mapping --record "$work/host/host.kmr"
 ( cd "$work/partner" && exec "$autoplay" "--join=127.0.0.1:$port" --online-record=partner.kmr > out.txt 2>&1 ) &
 partner_pid=$!
 for _ in $(seq 1 $(( E2E_WAIT * 10 ))); do

@@ -8,8 +8,10 @@
 # library. The game logic includes no backend. The harness (the game without a window) plays on
 # the headless backends. A new layer is one more line in LAYERS and its name in the lists of the
 # layers above it; a new kind of backend is one more entry in BACKENDS. The online game (net/) sits
-# above app and replay; its ENet link is the backend net/enet/, the only code that includes ENet.
-# The browser's page is the backend platform/web/, the only code that includes emscripten.
+# above app and replay; its ENet link is the backend net/enet/, the only code that includes ENet,
+# and its way to the home router the backend net/portmap/, the only code that includes libnatpmp
+# and miniupnpc. The browser's page is the backend platform/web/, the only code that includes
+# emscripten.
 #   check-layers.sh [SOURCE_DIR]   prints every include against the rules; fails if there is one
 set -u
 cd "${1:-$(dirname "$0")/../..}" || exit 2
@@ -35,6 +37,7 @@ declare -A BACKENDS=(
 	[sdl]="SDL"
 	[headless]=""
 	[enet]="enet/"
+	[portmap]="(natpmp\.h|miniupnpc/)"
 	[web]="emscripten"
 )
 declare -A FOLDER_KIND=(
@@ -102,9 +105,10 @@ check_libraries() {
 	[[ -n "${EXCEPTIONS[$file]+set}" ]] && return
 	for other in "${!BACKENDS[@]}"; do
 		local library="${BACKENDS[$other]}"
-		if [[ -n "$library" && "$other" != "$kind" ]] && grep -qE "^\s*#\s*include\s*[<\"]$library" "$file"; then
-			complain "$file" "includes $library outside an $other/ folder"
-		fi
+		[[ -n "$library" && "$other" != "$kind" ]] || continue
+		local found
+		found=$(grep -m 1 -oE "^\s*#\s*include\s*[<\"]$library" "$file") || continue
+		complain "$file" "includes ${found##*[<\"]} outside an $other/ folder"
 	done
 }
 

@@ -23,6 +23,10 @@ CASES=(
 	'input/sdl/Plant.cpp|#include <SDL.h>|'
 	'program/main.cpp|#include <SDL.h>|'
 	'program/Plant.cpp|#include <SDL.h>|program/Plant.cpp: includes SDL outside an sdl/ folder'
+	'net/Plant.cpp|#include <natpmp.h>|net/Plant.cpp: includes natpmp.h outside an portmap/ folder'
+	'net/enet/Plant.cpp|#include <miniupnpc/miniupnpc.h>|net/enet/Plant.cpp: includes miniupnpc/ outside an portmap/ folder'
+	'net/portmap/Plant.cpp|#include <miniupnpc/upnpcommands.h>|'
+	'program/Plant.cpp|#include "net/portmap/RouterPortMapper.h"|program/Plant.cpp: the logic includes the backend header net/portmap/RouterPortMapper.h'
 	'platform/web/Plant.cpp|#include <emscripten.h>|'
 	'app/Plant.cpp|#include <emscripten.h>|app/Plant.cpp: includes emscripten outside an web/ folder'
 )

@@ -98,3 +98,25 @@ TEST( CommandLineTest, TheOnlineFormsAndTheirMistakes ) {
 		EXPECT_EQ( wrong ? 0 : line.delay, c.delay ) << c.arguments[0] << " " << first;
 	}
 }
+
+TEST( CommandLineTest, OnlyTheHostLeavesTheRouterAlone ) {
+	const struct {
+		std::vector<const char *>	arguments;
+		bool						portMapping;
+		const char *				error;
+	} cases[] = {
+		{ { "--host" }, true, "" },
+		{ { "--host", "--no-port-mapping" }, false, "" },
+		{ { "--no-port-mapping", "--host", "5000" }, false, "" },
+		{ { "--join", "a", "--no-port-mapping" }, true, "--no-port-mapping goes with --host" },
+		{ { "--host", "--no-port-mapping", "--no-port-mapping" }, true, "unexpected argument '--no-port-mapping'" },
+	};
+	for ( const auto &c : cases ) {
+		std::vector<const char *> argv = { "kormaveth2d" };
+		argv.insert( argv.end(), c.arguments.begin(), c.arguments.end() );
+		const cCommandLine line = cCommandLine::Parse( static_cast<int>( argv.size() ), argv.data() );
+		EXPECT_EQ( line.error, c.error ) << c.arguments.size() << " arguments from " << c.arguments[0];
+		EXPECT_TRUE( line.mode == cCommandLine::WRONG || line.portMapping == c.portMapping )
+			<< c.arguments.size() << " arguments from " << c.arguments[0];
+	}
+}

@@ -34,6 +34,7 @@ const sExpectedPicture PICTURES[] = {
 	{ "resources/menu/mouse.png", 32, 32 },
 	{ "resources/menu/youwin.png", 640, 480 },
 	{ "resources/menu/youlose.png", 640, 480 },
+	{ "resources/menu/glyphs.png", 112, 90 },		// 16 x 6 cells of the run-time lines
 	{ "resources/sprites/exclamation.png", 16, 16 },
 	{ "resources/sprites/query.png", 16, 16 },
 	{ "resources/sprites/WTF.png", 32, 32 },

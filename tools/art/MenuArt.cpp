@@ -34,12 +34,13 @@ public:
 	cTextRenderer	body;
 	cTextRenderer	bodyBold;
 	cTextRenderer	banner;
+	cTextRenderer	mono;		// the glyph sheet of the lines written at run time
 
 	bool Open() {
 		return label.Open( "DejaVuSans-Bold.ttf", 15 ) && heading.Open( "DejaVuSans-Bold.ttf", 40 ) &&
 			titleSmall.Open( "DejaVuSans-Bold.ttf", 26 ) && titleLarge.Open( "DejaVuSans-Bold.ttf", 66 ) &&
 			body.Open( "DejaVuSans.ttf", 13 ) && bodyBold.Open( "DejaVuSans-Bold.ttf", 13 ) &&
-			banner.Open( "DejaVuSans-Bold.ttf", 72 );
+			banner.Open( "DejaVuSans-Bold.ttf", 72 ) && mono.Open( "DejaVuSansMono.ttf", 12 );
 	}
 
 	// Lettering with a banded gradient from top to bottom, a thick ink outline and a drop shadow.
@@ -412,4 +413,23 @@ cCanvas cMenuArt::MakeWaitingOverlay() const {
 	const cCanvas text = artist->body.Render( "The game goes on as soon as the partner's keys arrive.", db32::ICE );
 	CopyNonEmpty( overlay, text, ( SCREEN_WIDTH - text.GetWidth() ) / 2, 256 );
 	return overlay;
+}
+
+// Characters 32 to 126 in cells of one size, GLYPH_COLUMNS to a row, and in the last cell (127) the
+// band the game lays under each character so that the line stands out from any picture.
+cCanvas cMenuArt::MakeGlyphSheet() const {
+	const int width = artist->mono.GetWidth( "M" );
+	const int height = GLYPH_HEIGHT;
+	cCanvas sheet( width * GLYPH_COLUMNS, height * GLYPH_ROWS );
+	for ( int code = GLYPH_FIRST; code < GLYPH_FIRST + GLYPH_COLUMNS * GLYPH_ROWS; code++ ) {
+		const int cell = code - GLYPH_FIRST;
+		const int left = cell % GLYPH_COLUMNS * width;
+		const int top = cell / GLYPH_COLUMNS * height;
+		if ( code == GLYPH_FIRST + GLYPH_COLUMNS * GLYPH_ROWS - 1 ) {
+			sheet.FillRect( left, top, left + width, top + height, db32::WithAlpha( db32::INK, 0xD0 ) );
+		} else if ( code != ' ' ) {
+			CopyNonEmpty( sheet, artist->mono.Render( std::string( 1, static_cast<char>( code ) ), db32::WHITE ), left, top );
+		}
+	}
+	return sheet;
 }

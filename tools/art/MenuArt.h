@@ -18,6 +18,13 @@ public:
 	cCanvas			MakeScreen( const sMenuScreen &screen ) const;
 	cCanvas			MakeEndOverlay( bool victory ) const;
 	cCanvas			MakeWaitingOverlay() const;
+	// The glyph sheet: the game writes its run-time lines with it (program/NoticePicture.h).
+	cCanvas			MakeGlyphSheet() const;
+
+	static const int GLYPH_COLUMNS = 16;
+	static const int GLYPH_ROWS = 6;
+	static const int GLYPH_FIRST = 32;
+	static const int GLYPH_HEIGHT = 15;		// pixels; the width is the font's
 
 private:
 	cCanvas			backdrop;

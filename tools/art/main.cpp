@@ -138,6 +138,7 @@ bool WriteMenus( const std::string &root ) {
 	cCanvas shown = art.GetBackdrop();
 	shown.Paste( waiting, 0, 0 );
 	ok &= shown.SavePng( root + "/docs/images/menu-waiting.png" );
+	ok &= art.MakeGlyphSheet().SavePng( menu + "glyphs.png" );
 	return ok;
 }
 

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+// cOverlayPicture stands between the graphics layer and the platform's backend, passes everything
+// through, and lays something drawn from a picture of its own over the frame last, just before the
+// frame is presented, so that the game's picture stays visible around it. The picture (a file under
+// the data's folder) loads with the device; a missing one is named in the log, and the game goes
+// on without the overlay.
+
+#include <string>
+
+#include "graphics/GraphicsBackend.h"
+
+class cOverlayPicture : public cGraphicsBackend {
+public:
+	cOverlayPicture( cGraphicsBackend &platform, const std::string &dataRoot, const char *file )
+		: platform( platform ), path( dataRoot + file ) {}
+	~cOverlayPicture() override { ReleaseOwnDevice(); }
+
+	bool				CreateDevice( bool fullscreen ) override;
+	void				ReleaseDevice() override { ReleaseOwnDevice(); }
+	cTexture *			LoadTexture( const char *path, bool useKey, uint32_t colourKey ) override {
+		return platform.LoadTexture( path, useKey, colourKey );
+	}
+	void				ReleaseTexture( cTexture *texture ) override { platform.ReleaseTexture( texture ); }
+	bool				GetTextureSize( const cTexture *texture, int32_t &width, int32_t &height ) const override {
+		return platform.GetTextureSize( texture, width, height );
+	}
+	void				BeginFrame( uint32_t clearColour ) override { platform.BeginFrame( clearColour ); }
+	void				Draw( cTexture *texture, const cRect *source, float x, float y, uint32_t tint ) override {
+		platform.Draw( texture, source, x, y, tint );
+	}
+	void				EndFrame() override;
+	cTexture *			CreateTargetTexture( int32_t width, int32_t height, bool withAlpha ) override {
+		return platform.CreateTargetTexture( width, height, withAlpha );
+	}
+	bool				SetTarget( cTexture *target ) override { return platform.SetTarget( target ); }
+	void				Fill( const cRect &area, uint32_t colour ) override { platform.Fill( area, colour ); }
+	void				Copy( cTexture *texture, const cRect &source, float x, float y ) override {
+		platform.Copy( texture, source, x, y );
+	}
+	const char *		GetErrorCode() const override { return platform.GetErrorCode(); }
+	const char *		GetErrorText() const override { return platform.GetErrorText(); }
+
+protected:
+	static const uint32_t WHITE = 0xFFFFFFFF;
+
+	// Draws the overlay into the frame with the picture, when it is to be seen.
+	virtual void		DrawOver( cGraphicsBackend &frame, cTexture *picture ) = 0;
+
+private:
+	void				ReleaseOwnDevice();
+
+	cGraphicsBackend &	platform;
+	std::string			path;
+	cTexture *			picture = nullptr;
+	bool				created = false;
+};
