@@ -18,8 +18,8 @@
 
 namespace {
 
-const int64_t STEP_TIME = 15000000;			// nsec
 const int64_t NSEC_PER_MSEC = 1000000;
+const int64_t STEP_TIME = cGame::FRAME_TIME * NSEC_PER_MSEC;
 const int ENTRY_QUIT = 5;
 const int QUIT_FRAMES = 200;				// more than the quit click needs to reach the game
 

@@ -7,6 +7,7 @@
 
 #include "app/Game.h"
 #include "log/Log.h"
+#include "log/Printable.h"
 #include "net/DataHash.h"
 #include "net/Packet.h"
 
@@ -39,7 +40,7 @@ std::string cHandshake::Compare( const cHello &own, const cHello &partner ) {
 			   std::to_string( own.protocol ) + ": both need the same version";
 	}
 	if ( partner.version != own.version ) {
-		return "Partner runs version " + partner.version + ", this is " + own.version + ": both need the same version";
+		return "Partner runs version " + MakePrintable( partner.version ) + ", this is " + own.version + ": both need the same version";
 	}
 	if ( partner.dataHash != own.dataHash ) {
 		return "Partner has other game data (hash " + Hex( partner.dataHash ) + ", this is " + Hex( own.dataHash ) +

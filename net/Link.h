@@ -22,6 +22,7 @@ public:
 		eEventKind				kind = NOTHING;
 		std::vector<uint8_t>	data;		// RECEIVED
 		std::string				why;		// DISCONNECTED
+		bool					refused = false;	// DISCONNECTED: the host turned this machine away
 	};
 
 	// The link over the network, made by its backend (ENet's, net/enet/) so that a program that

@@ -9,7 +9,8 @@
 //           and how many of the partner's steps this machine holds without a gap
 //   HASH    the state's hash after a step, with its parts, and their names when they changed
 //   PING    a keep-alive and a round-trip probe; PONG answers it with the same time
-//   BYE     this machine leaves: its player closed the game, or its game quit after a step
+//   BYE     this machine leaves: its player closed the game, its game quit after a step, it refused
+//           the partner, or it found the two games out of step (at which step, in which part)
 
 #include <cstdint>
 #include <string>
@@ -28,7 +29,7 @@ enum eNetMessage : uint8_t {
 	NET_MESSAGE_END		// one past the last kind
 };
 
-enum eByeReason : uint8_t { BYE_CLOSED, BYE_QUIT, BYE_REFUSED, BYE_REASON_END };
+enum eByeReason : uint8_t { BYE_CLOSED, BYE_QUIT, BYE_REFUSED, BYE_OUT_OF_STEP, BYE_REASON_END };
 
 struct cHello {
 	uint64_t			protocol = 0;
@@ -66,5 +67,6 @@ struct cNetMessage {
 	cHashReport			hash;
 	uint32_t			time = 0;			// PING, PONG: the sender's msec
 	eByeReason			reason = BYE_CLOSED;
-	uint64_t			lastStep = 0;		// BYE_QUIT: the step whose game quit
+	uint64_t			lastStep = 0;		// BYE_QUIT: the step whose game quit; BYE_OUT_OF_STEP: the hash's step
+	std::string			part;				// BYE_OUT_OF_STEP: the first part that differs
 };

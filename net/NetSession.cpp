@@ -8,6 +8,7 @@
 #include "actors/GameState.h"
 #include "app/StateHash.h"
 #include "log/Log.h"
+#include "log/Printable.h"
 #include "net/Handshake.h"
 #include "net/Lockstep.h"
 #include "net/Packet.h"
@@ -27,7 +28,7 @@ const char *const OUT_OF_STEP_FILE = "out-of-step.kmr";
 // The log and the terminal.
 void Say( const std::string &line ) {
 	cLog::Write( line.c_str() );
-	std::fprintf( stderr, "%s\n", line.c_str() );
+	std::fprintf( stderr, "%s\n", MakePrintable( line ).c_str() );
 }
 
 std::string GetLogFolder() {
@@ -42,7 +43,6 @@ cNetSession::cNetSession( cLink &link, eRole role, const cHello &hello, const st
 						  cInputBackend &platformInput, cClock &platformClock, cPacingClock &time )
 	: link( link ), role( role ), hello( hello ), recordPath( recordPath ), input( platformInput ),
 	  clock( platformClock ), time( time ), phase( role == HOST ? ALONE : HANDSHAKE ), started( Now() ) {
-	lastHeard = started;
 }
 
 cNetSession::~cNetSession() = default;
@@ -59,13 +59,32 @@ bool cNetSession::IsWaiting() const {
 	return role == JOIN && phase != ENDED && now - started > WAIT_PICTURE_TIME;
 }
 
+std::string cNetSession::FindLoss( int64_t now ) const {
+	const std::string grace = std::to_string( PARTNER_LOST_TIME / 1000 ) + " seconds";
+	switch ( phase ) {
+		case HANDSHAKE:
+		case PROBING:
+			if ( !connected ) {
+				return now - started > CONNECT_TIME ? "Partner lost: no answer from the host" : "";
+			}
+			return now - connectedAt > HANDSHAKE_TIME
+					   ? "Partner lost: no handshake within " + std::to_string( HANDSHAKE_TIME / 1000 ) + " seconds"
+					   : "";
+		case READY:
+			return now - lastHeard > PARTNER_LOST_TIME ? "Partner lost: nothing heard from the partner for " + grace : "";
+		case ONLINE:
+			return now - lastProgress > PARTNER_LOST_TIME ? "Partner lost: no new input from the partner for " + grace : "";
+		default:
+			return "";
+	}
+}
+
 bool cNetSession::Step( cGame &game ) {
 	Hear( game );
 	const int64_t now = Now();
-	const bool partnerExpected = phase != ALONE && phase != ENDED && partnerQuitAt == 0;
-	if ( partnerExpected && now - lastHeard > PARTNER_LOST_TIME ) {
-		End( game, connected ? "Partner lost: nothing heard from the partner for 10 seconds"
-							 : "Partner lost: no answer from the host" );
+	const std::string loss = FindLoss( now );
+	if ( !loss.empty() ) {
+		End( game, loss );
 	}
 	if ( phase == PROBING && now - lastSent >= PROBE_TIME ) {
 		SendPing();
@@ -93,28 +112,43 @@ bool cNetSession::Step( cGame &game ) {
 void cNetSession::Hear( cGame &game ) {
 	for ( cLink::cEvent event = link.Poll(); event.kind != cLink::NOTHING; event = link.Poll() ) {
 		if ( event.kind == cLink::CONNECTED ) {
-			phase = HANDSHAKE;
-			connected = true;
-			lastHeard = Now();
-			figures.badPackets = 0;
-			cNetMessage message;
-			message.kind = NET_HELLO;
-			message.hello = hello;
-			Send( cLink::RELIABLE, message );
+			Connect();
 		} else if ( event.kind == cLink::RECEIVED ) {
-			lastHeard = Now();
 			Take( game, event.data );
+		} else if ( event.refused && phase != ENDED ) {
+			End( game, "Refused by the host: " + event.why );
 		} else if ( phase != ALONE && phase != ENDED && !( phase == ONLINE && partnerQuitAt != 0 ) ) {
 			End( game, "Partner lost: " + event.why );
 		}
 	}
 }
 
+// Only a host that has no partner and a joiner that waits for its host take a connection.
+void cNetSession::Connect() {
+	if ( connected || ( role == HOST ? phase != ALONE : phase != HANDSHAKE ) ) {
+		return;
+	}
+	phase = HANDSHAKE;
+	connected = true;
+	connectedAt = Now();
+	lastHeard = connectedAt;
+	figures.badPackets = 0;
+	cNetMessage message;
+	message.kind = NET_HELLO;
+	message.hello = hello;
+	Send( cLink::RELIABLE, message );
+}
+
+// A packet that names steps already run is late, not broken: the lockstep has no use for it.
 void cNetSession::Take( cGame &game, const std::vector<uint8_t> &bytes ) {
-	const cStepWindow window = lockstep ? lockstep->GetWindow() : cStepWindow { 0, cLockstep::WINDOW };
+	const cStepWindow window = { 0, lockstep ? lockstep->GetWindow().high : cLockstep::WINDOW };
 	cNetMessage message;
 	std::string why;
+	if ( phase == ALONE || phase == ENDED ) {
+		return;
+	}
 	if ( cPacket::Read( bytes.data(), bytes.size(), window, message, why ) ) {
+		lastHeard = Now();
 		Handle( game, message );
 	} else {
 		Drop( game, why );
@@ -154,19 +188,21 @@ void cNetSession::Handle( cGame &game, const cNetMessage &message ) {
 			}
 			break;
 		case NET_INPUTS:
-			if ( phase == ONLINE && !lockstep->TakeInputs( message.inputs ) ) {
-				Drop( game, "an acknowledgement of steps never sent" );
+			if ( phase == ONLINE ) {
+				TakeInputs( game, message.inputs );
 			}
 			break;
 		case NET_HASH:
 			if ( phase == ONLINE && !lockstep->TakePartnerHash( message.hash ) ) {
 				Drop( game, "a hash whose parts have no names" );
 			} else if ( phase == ONLINE && lockstep->IsOutOfStep() ) {
-				GoOutOfStep( game );
+				FindOutOfStep( game );
 			}
 			break;
 		case NET_BYE:
-			if ( phase == ONLINE && message.reason == BYE_QUIT ) {
+			if ( phase == ONLINE && message.reason == BYE_OUT_OF_STEP ) {
+				GoOutOfStep( game, message.lastStep, MakePrintable( message.part ) );
+			} else if ( phase == ONLINE && message.reason == BYE_QUIT ) {
 				partnerQuitAt = message.lastStep;
 			} else if ( phase != ALONE && phase != ENDED && message.reason != BYE_REFUSED ) {
 				End( game, "Partner lost: the partner closed the game" );
@@ -237,6 +273,7 @@ void cNetSession::Begin( cGame &game, const cStart &start ) {
 	owed = 0;
 	partnerQuitAt = 0;
 	lastStep = Now();
+	lastProgress = lastStep;
 	std::printf( "Online game with the partner: input delay %u steps, round trip %u ms\n", delay, figures.roundTrip );
 	std::fflush( stdout );
 }
@@ -271,6 +308,7 @@ bool cNetSession::RunStep( cGame &game ) {
 	const bool going = game.Step();
 	recorder->EndStep();
 	lastStep = Now();
+	lastProgress = lastStep;
 	figures.steps++;
 	if ( !going ) {
 		Quit( game );
@@ -279,7 +317,7 @@ bool cNetSession::RunStep( cGame &game ) {
 	if ( cLockstep::IsHashStep( step + 1 ) ) {
 		Send( cLink::RELIABLE, lockstep->TakeOwnHash( cCheckpoint::Take( step + 1, cStateHash( game ) ) ) );
 		if ( lockstep->IsOutOfStep() ) {
-			GoOutOfStep( game );
+			FindOutOfStep( game );
 		}
 	}
 	return true;
@@ -297,9 +335,28 @@ void cNetSession::Quit( cGame &game ) {
 	End( game, role == HOST ? "The online game ended: this player quit" : "The host quit the game" );
 }
 
-void cNetSession::GoOutOfStep( cGame &game ) {
-	const std::string line = "Game went out of step with the partner at step " +
-							 std::to_string( lockstep->GetOutOfStepStep() ) + " (part " + lockstep->GetOutOfStepPart() + ")";
+void cNetSession::TakeInputs( cGame &game, const cInputRun &run ) {
+	const uint64_t held = lockstep->GetPartnerInputs();
+	if ( !lockstep->TakeInputs( run ) ) {
+		Drop( game, "an acknowledgement of steps never sent" );
+	} else if ( lockstep->GetPartnerInputs() > held ) {
+		lastProgress = Now();
+	}
+}
+
+// The partner learns it before this machine leaves, so that both tell the same.
+void cNetSession::FindOutOfStep( cGame &game ) {
+	cNetMessage bye;
+	bye.kind = NET_BYE;
+	bye.reason = BYE_OUT_OF_STEP;
+	bye.lastStep = lockstep->GetOutOfStepStep();
+	bye.part = lockstep->GetOutOfStepPart();
+	Send( cLink::RELIABLE, bye );
+	GoOutOfStep( game, bye.lastStep, bye.part );
+}
+
+void cNetSession::GoOutOfStep( cGame &game, uint64_t step, const std::string &part ) {
+	const std::string line = "Game went out of step with the partner at step " + std::to_string( step ) + " (part " + part + ")";
 	End( game, line, GetLogFolder() + "/" + OUT_OF_STEP_FILE );
 }
 

@@ -135,6 +135,9 @@ std::vector<uint8_t> cPacket::Write( const cNetMessage &message ) {
 		case NET_BYE:
 			out.PutByte( message.reason );
 			out.PutVarint( message.lastStep );
+			if ( message.reason == BYE_OUT_OF_STEP ) {
+				out.PutString( message.part );
+			}
 			break;
 		default:
 			break;
@@ -299,8 +302,10 @@ bool cPacket::Read( const uint8_t *data, size_t size, const cStepWindow &window,
 		case NET_BYE:
 			read = in.GetByte( kind ) && ( kind < BYE_REASON_END || in.Fail( "an unknown reason to leave" ) );
 			message.reason = static_cast<eByeReason>( kind );
-			read = read && ( message.reason == BYE_QUIT ? ReadStep( in, window, message.lastStep, "last step" )
-													   : GetBounded( in, message.lastStep, 0, "a last step" ) );
+			read = read && ( message.reason == BYE_QUIT || message.reason == BYE_OUT_OF_STEP
+								 ? ReadStep( in, window, message.lastStep, "last step" )
+								 : GetBounded( in, message.lastStep, 0, "a last step" ) );
+			read = read && ( message.reason != BYE_OUT_OF_STEP || in.GetString( message.part, MAX_NAME ) );
 			break;
 		default:
 			break;

@@ -8,7 +8,7 @@
 
 namespace {
 
-const size_t PEERS = 4;				// the partner, one leaving, and room to turn others away
+const size_t PEERS = 8;				// the partner, one leaving, candidates, and room to turn others away
 const size_t CHANNELS = 2;
 
 enet_uint8 GetChannelId( cLink::eChannel channel ) {
@@ -115,34 +115,90 @@ bool cEnetLink::Join( const std::string &name, uint16_t port, std::string &why )
 
 cLink::cEvent cEnetLink::Poll() {
 	cEvent result;
+	if ( firstWaiting ) {
+		firstWaiting = false;
+		result.kind = RECEIVED;
+		result.data.swap( first );
+		return result;
+	}
+	DropSilentCandidates();
 	ENetEvent event;
 	while ( host != nullptr && result.kind == NOTHING && enet_host_service( host, &event, 0 ) > 0 ) {
 		if ( event.type == ENET_EVENT_TYPE_CONNECT ) {
-			if ( hosting && partner != nullptr ) {
-				enet_peer_disconnect( event.peer, BUSY );
-			} else {
-				partner = event.peer;
-				enet_peer_timeout( partner, 0, TIMEOUT, TIMEOUT );
+			if ( !hosting && event.peer == partner ) {
 				result.kind = CONNECTED;
+			} else {
+				TakeConnection( event.peer );
 			}
 		} else if ( event.type == ENET_EVENT_TYPE_RECEIVE ) {
 			if ( event.peer == partner ) {
 				result.kind = RECEIVED;
 				result.data.assign( event.packet->data, event.packet->data + event.packet->dataLength );
+			} else if ( hosting && partner == nullptr ) {
+				Choose( event.peer, event.packet->data, event.packet->dataLength, result );
 			}
 			enet_packet_destroy( event.packet );
 		} else if ( event.type == ENET_EVENT_TYPE_DISCONNECT ) {
+			DropCandidate( event.peer );
 			if ( event.peer == leaving ) {
 				leaving = nullptr;
 			} else if ( event.peer == partner ) {
 				partner = nullptr;
 				result.kind = DISCONNECTED;
-				result.why = event.data == BUSY ? "the host already has a partner"
-												: hosting ? "the connection closed" : "the host did not answer or closed the connection";
+				result.refused = !hosting && event.data == BUSY;
+				result.why = result.refused ? "the host already has a partner"
+											: hosting ? "the connection closed" : "the host did not answer or closed the connection";
 			}
 		}
 	}
 	return result;
+}
+
+// A joiner turns every connection away; a host keeps it as a candidate while it has no partner.
+void cEnetLink::TakeConnection( ENetPeer *peer ) {
+	if ( !hosting || partner != nullptr ) {
+		enet_peer_disconnect_now( peer, hosting ? BUSY : NOT_HOSTING );
+		return;
+	}
+	enet_peer_timeout( peer, 0, TIMEOUT, TIMEOUT );
+	candidates.push_back( { peer, enet_time_get() } );
+}
+
+void cEnetLink::Choose( ENetPeer *peer, const uint8_t *data, size_t size, cEvent &result ) {
+	bool candidate = false;
+	for ( const cCandidate &it : candidates ) {
+		candidate = candidate || it.peer == peer;
+	}
+	if ( !candidate ) {
+		return;
+	}
+	partner = peer;
+	for ( const cCandidate &other : candidates ) {
+		if ( other.peer != peer ) {
+			enet_peer_disconnect_now( other.peer, BUSY );
+		}
+	}
+	candidates.clear();
+	result.kind = CONNECTED;
+	first.assign( data, data + size );
+	firstWaiting = true;
+}
+
+void cEnetLink::DropCandidate( ENetPeer *peer ) {
+	for ( auto it = candidates.begin(); it != candidates.end(); ++it ) {
+		if ( it->peer == peer ) {
+			candidates.erase( it );
+			return;
+		}
+	}
+}
+
+void cEnetLink::DropSilentCandidates() {
+	const enet_uint32 now = enet_time_get();
+	while ( !candidates.empty() && now - candidates.front().since > CANDIDATE_TIME ) {
+		enet_peer_disconnect_now( candidates.front().peer, 0 );
+		candidates.erase( candidates.begin() );
+	}
 }
 
 void cEnetLink::Send( eChannel channel, const std::vector<uint8_t> &bytes ) {
