@@ -3,6 +3,7 @@
 
 #include <cinttypes>
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 
 #include "actors/GameState.h"
@@ -78,6 +79,17 @@ void PlayAsPartner( cHeadlessGame &headless, const cNetSession &session, const c
 	}
 }
 
+// The out-of-step test's build plays one extra step of its own at the step that KMVT_SKEW_AT_STEP
+// names, a rule its partner does not play; every other build plays the same game as its partner.
+uint64_t GetSkewStep() {
+#if KMVT_ONLINE_SKEW
+	const char *step = std::getenv( "KMVT_SKEW_AT_STEP" );
+	return step != nullptr ? std::strtoull( step, nullptr, 10 ) : 0;
+#else
+	return 0;
+#endif
+}
+
 }
 
 int PlayOnline( const cOnlineOptions &options ) {
@@ -105,6 +117,7 @@ int PlayOnline( const cOnlineOptions &options ) {
 		}
 	} letGo { headless };
 	cPacer pacer( time );
+	const uint64_t skewStep = GetSkewStep();
 	// One step of the game each call, however long the partner keeps it waiting; false once the
 	// online game is over.
 	headless.SetStepRunner( [&]( cGame &game ) {
@@ -113,6 +126,9 @@ int PlayOnline( const cOnlineOptions &options ) {
 		while ( going && session.IsOnline() && session.GetFigures().steps == before ) {
 			pacer.Wait();
 			going = session.Step( game );
+		}
+		if ( skewStep != 0 && before < skewStep && session.GetFigures().steps >= skewStep ) {
+			game.Step();
 		}
 		return going && session.IsOnline();
 	} );
