@@ -9,6 +9,7 @@
 #include "log/Log.h"
 #include "log/Printable.h"
 #include "net/DataHash.h"
+#include "net/DelayControl.h"
 #include "net/Packet.h"
 
 namespace {
@@ -57,6 +58,5 @@ uint32_t cHandshake::ChooseDelay( uint32_t hostAsked, uint32_t partnerAsked, uin
 	if ( hostAsked > 0 || partnerAsked > 0 ) {
 		return hostAsked > 0 ? hostAsked : partnerAsked;
 	}
-	const uint32_t steps = roundTripMsec / cGame::FRAME_TIME + 1;
-	return std::min( steps, cPacket::MAX_DELAY );
+	return cDelayControl::ForRoundTrip( roundTripMsec, cPacket::MAX_DELAY );
 }

@@ -9,6 +9,7 @@
 //           and how many of the partner's steps this machine holds without a gap
 //   HASH    the state's hash after a step, with its parts, and their names when they changed
 //   PING    a keep-alive and a round-trip probe; PONG answers it with the same time
+//   DELAY   from the host: the input delay changes, from a step ahead on
 //   BYE     this machine leaves: its player closed the game, its game quit after a step, it refused
 //           the partner, or it found the two games out of step (at which step, in which part)
 
@@ -26,6 +27,7 @@ enum eNetMessage : uint8_t {
 	NET_PING,
 	NET_PONG,
 	NET_BYE,
+	NET_DELAY,
 	NET_MESSAGE_END		// one past the last kind
 };
 
@@ -43,6 +45,11 @@ struct cStart {
 	uint32_t			delay = 0;			// steps
 	uint32_t			startTick = 0;		// msec: the tick count of the first online step
 	int64_t				startCalendar = 0;	// seconds: the calendar second of the first online step
+};
+
+struct cDelayChange {
+	uint64_t			step = 0;			// the first step with the new delay
+	uint32_t			delay = 0;			// steps
 };
 
 struct cInputRun {
@@ -65,6 +72,7 @@ struct cNetMessage {
 	cStart				start;
 	cInputRun			inputs;
 	cHashReport			hash;
+	cDelayChange		delayChange;
 	uint32_t			time = 0;			// PING, PONG: the sender's msec
 	eByeReason			reason = BYE_CLOSED;
 	uint64_t			lastStep = 0;		// BYE_QUIT: the step whose game quit; BYE_OUT_OF_STEP: the hash's step

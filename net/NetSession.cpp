@@ -9,6 +9,7 @@
 #include "app/StateHash.h"
 #include "log/Log.h"
 #include "log/Printable.h"
+#include "net/DelayControl.h"
 #include "net/Handshake.h"
 #include "net/Lockstep.h"
 #include "net/Packet.h"
@@ -187,6 +188,11 @@ void cNetSession::Handle( cGame &game, const cNetMessage &message ) {
 				Begin( game, message.start );
 			}
 			break;
+		case NET_DELAY:
+			if ( role == JOIN && phase == ONLINE ) {
+				TakeDelayChange( message.delayChange );
+			}
+			break;
 		case NET_INPUTS:
 			if ( phase == ONLINE ) {
 				TakeInputs( game, message.inputs );
@@ -263,6 +269,10 @@ void cNetSession::Begin( cGame &game, const cStart &start ) {
 	figures.steps = 0;
 	figures.waitedSlots = 0;
 	lockstep = std::make_unique<cLockstep>( delay );
+	delayControl = std::make_unique<cDelayControl>( delay, cPacket::MAX_DELAY );
+	delayFixed = role == JOIN || hello.delay > 0 || partnerHello.delay > 0;
+	pendingChange = cDelayChange();
+	figures.delaySteps = 0;
 	clock.Agree( start.startTick, start.startCalendar );
 	input.SetPlayer( role == HOST ? HOST_PLAYER : PARTNER_PLAYER );
 	recorder = std::make_unique<cRecorder>( input, clock );
@@ -284,6 +294,12 @@ bool cNetSession::RunSteps( cGame &game ) {
 	bool going = true;
 	while ( going && owed > 0 && phase == ONLINE && lockstep->CanStep() ) {
 		owed--;
+		if ( pendingChange.step != 0 && lockstep->GetStep() >= pendingChange.step ) {
+			lockstep->SetDelay( pendingChange.delay );
+			delayControl->Switched( pendingChange.delay, Now() );
+			figures.delay = pendingChange.delay;
+			pendingChange = cDelayChange();
+		}
 		going = RunStep( game );
 	}
 	if ( phase != ONLINE ) {
@@ -291,6 +307,9 @@ bool cNetSession::RunSteps( cGame &game ) {
 	}
 	figures.waitedSlots += owed > 0 ? 1 : 0;
 	Send( cLink::UNRELIABLE, lockstep->MakeInputs() );
+	delayControl->Sent( lockstep->GetOwnEnd() - 1, Now() );
+	delayControl->Slot( owed > 0, Now() );
+	FollowLine();
 	if ( partnerQuitAt != 0 && lockstep->GetStep() >= partnerQuitAt ) {
 		End( game, "Partner lost: the partner's game quit at step " + std::to_string( partnerQuitAt ) +
 					   ", this one did not" );
@@ -310,6 +329,7 @@ bool cNetSession::RunStep( cGame &game ) {
 	lastStep = Now();
 	lastProgress = lastStep;
 	figures.steps++;
+	figures.delaySteps += lockstep->GetDelay();
 	if ( !going ) {
 		Quit( game );
 		return role != HOST;
@@ -321,6 +341,31 @@ bool cNetSession::RunStep( cGame &game ) {
 		}
 	}
 	return true;
+}
+
+void cNetSession::FollowLine() {
+	const int64_t roundTrip = delayControl->GetRoundTrip();
+	figures.roundTrip = roundTrip > 0 ? static_cast<uint32_t>( roundTrip ) : figures.roundTrip;
+	if ( delayFixed || pendingChange.step != 0 ) {
+		return;
+	}
+	const uint32_t wanted = delayControl->Choose( Now() );
+	if ( wanted == lockstep->GetDelay() ) {
+		return;
+	}
+	cNetMessage message;
+	message.kind = NET_DELAY;
+	message.delayChange = { lockstep->GetStep() + lockstep->GetDelay() + cDelayControl::LEAD, wanted };
+	Send( cLink::RELIABLE, message );
+	TakeDelayChange( message.delayChange );
+}
+
+// A change that comes after its step is made at once: the steps' inputs stay whole either way.
+void cNetSession::TakeDelayChange( const cDelayChange &change ) {
+	pendingChange = change;
+	pendingChange.step = std::max<uint64_t>( change.step, 1 );
+	cLog::Write( ( "The input delay becomes " + std::to_string( change.delay ) + " steps at step " +
+				   std::to_string( change.step ) ).c_str() );
 }
 
 // The host's click on quit ends both games at the same step; the partner still needs this side's
@@ -339,7 +384,10 @@ void cNetSession::TakeInputs( cGame &game, const cInputRun &run ) {
 	const uint64_t held = lockstep->GetPartnerInputs();
 	if ( !lockstep->TakeInputs( run ) ) {
 		Drop( game, "an acknowledgement of steps never sent" );
-	} else if ( lockstep->GetPartnerInputs() > held ) {
+		return;
+	}
+	delayControl->Acknowledged( lockstep->GetAcknowledged(), Now() );
+	if ( lockstep->GetPartnerInputs() > held ) {
 		lastProgress = Now();
 	}
 }
@@ -377,6 +425,7 @@ void cNetSession::End( cGame &game, const std::string &line, const std::string &
 		game.Restart( &input );
 		recorder.reset();
 		lockstep.reset();
+		delayControl.reset();
 	}
 	phase = role == HOST ? ALONE : ENDED;
 	connected = false;

@@ -20,14 +20,16 @@
 #include "net/NetMessage.h"
 #include "net/OnlineInput.h"
 
+class cDelayControl;
 class cGame;
 class cLockstep;
 class cPacingClock;
 class cRecorder;
 
 struct cNetFigures {
-	uint32_t			delay = 0;			// steps
-	uint32_t			roundTrip = 0;		// msec, the most measured at connect
+	uint32_t			delay = 0;			// steps, the latest
+	uint32_t			roundTrip = 0;		// msec: the most measured at connect, then the latest longest
+	uint64_t			delaySteps = 0;		// the delays of all online steps added up
 	uint64_t			steps = 0;			// online steps run
 	uint64_t			waitedSlots = 0;	// step times in which no step could run
 	uint64_t			badPackets = 0;
@@ -85,6 +87,9 @@ private:
 	void				Send( cLink::eChannel channel, const cNetMessage &message );
 	void				SendPing();
 	void				Begin( cGame &game, const cStart &start );
+	// The host agrees a change of the delay when the line asks for one; both switch at its step.
+	void				FollowLine();
+	void				TakeDelayChange( const cDelayChange &change );
 	bool				RunSteps( cGame &game );
 	bool				RunStep( cGame &game );
 	void				TakeInputs( cGame &game, const cInputRun &run );
@@ -104,6 +109,9 @@ private:
 	cPacingClock &		time;
 	ePhase				phase;
 	std::unique_ptr<cLockstep>	lockstep;
+	std::unique_ptr<cDelayControl>	delayControl;
+	bool				delayFixed = false;		// --delay on either machine
+	cDelayChange		pendingChange;			// step 0: none
 	std::unique_ptr<cRecorder>	recorder;
 	cHello				partnerHello;
 	bool				connected = false;

@@ -132,6 +132,10 @@ std::vector<uint8_t> cPacket::Write( const cNetMessage &message ) {
 		case NET_PONG:
 			out.PutWord32( message.time );
 			break;
+		case NET_DELAY:
+			out.PutVarint( message.delayChange.step );
+			out.PutVarint( message.delayChange.delay );
+			break;
 		case NET_BYE:
 			out.PutByte( message.reason );
 			out.PutVarint( message.lastStep );
@@ -298,6 +302,11 @@ bool cPacket::Read( const uint8_t *data, size_t size, const cStepWindow &window,
 		case NET_PING:
 		case NET_PONG:
 			read = in.GetWord32( message.time );
+			break;
+		case NET_DELAY:
+			read = ReadStep( in, window, message.delayChange.step, "delay change at step" ) &&
+				   GetBounded( in, value, MAX_DELAY, "a delay" ) && ( value > 0 || in.Fail( "a delay of 0 steps" ) );
+			message.delayChange.delay = static_cast<uint32_t>( value );
 			break;
 		case NET_BYE:
 			read = in.GetByte( kind ) && ( kind < BYE_REASON_END || in.Fail( "an unknown reason to leave" ) );

@@ -230,7 +230,7 @@ TEST( LockstepTests, TheRefusalSaysWhatDiffersAndTheDelayOutlastsTheRoundTrip ) 
 	struct cDelay {
 		uint32_t		host, partner, roundTrip, delay;
 	};
-	const cDelay delays[] = { { 0, 0, 0, 1 }, { 0, 0, 14, 1 }, { 0, 0, 15, 2 }, { 0, 0, 100, 7 },
+	const cDelay delays[] = { { 0, 0, 0, 2 }, { 0, 0, 9, 2 }, { 0, 0, 10, 3 }, { 0, 0, 100, 9 },
 							  { 0, 0, 10000, cPacket::MAX_DELAY }, { 6, 3, 100, 6 }, { 0, 3, 100, 3 } };
 	for ( const cDelay &test : delays ) {
 		EXPECT_EQ( cHandshake::ChooseDelay( test.host, test.partner, test.roundTrip ), test.delay )

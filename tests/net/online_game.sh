@@ -13,6 +13,9 @@
 #                 quit, and both recordings verify to the same end.
 # silent-first:   a silent connection reaches the host before the partner: the partner still plays
 #                 within 6 s of its start.
+# delay-follows:  through the relay, 30 ms each way and 120 ms from 12 s of traffic on: the input
+#                 delay rises with the line, and over the last 1000 steps of each side fewer than
+#                 1 step time in 100 waits.
 # out-of-step:    the partner is the skewed build, which plays an extra step of its own: both
 #                 report the same step and part, and both write out-of-step.kmr.
 # partner-killed: the partner is killed with SIGKILL in the middle of the game; the host must say
@@ -42,7 +45,7 @@ ln -s "$resources" "$work/host/resources"
 ln -s "$resources" "$work/partner/resources"
 port=$(( 20000 + RANDOM % 12000 ))	# below the ephemeral ports that the system hands out
 # The scenarios that run beside others have ports of their own, below the random ones.
-declare -A OWN_PORTS=([strangers]=19410 [silent-first]=19420 [out-of-step]=19430)
+declare -A OWN_PORTS=([strangers]=19410 [silent-first]=19420 [out-of-step]=19430 [delay-follows]=19440)
 port=${OWN_PORTS[$scenario]:-$port}
 frames=9000
 
@@ -137,6 +140,30 @@ case "$scenario" in
     joined=$(sed -n 's/^At the shared main menu \([0-9]*\) ms after the start$/\1/p' "$work/partner/out.txt")
     [ -n "$joined" ] && [ "$joined" -le 6000 ] || fail "the partner was not at the shared main menu within 6 s (${joined:-never} ms)"
     echo "PASS (silent-first): the partner was at the shared main menu $joined ms after its start"
+    ;;
+  delay-follows)
+    frames=2700
+    start host "--host=$port"
+    host=${pids[-1]}
+    "$relay" $(( port + 1 )) "$port" --delay=30 --change-at=12 --delay-then=120 --seconds=200 > "$work/relay.txt" &
+    pids+=($!)
+    start partner "--join=127.0.0.1:$(( port + 1 ))"
+    partner=${pids[-1]}
+    finish "$host" 0 "the host did not end well"
+    finish "$partner" 0 "the partner did not end well"
+    for side in host partner; do
+      # Online step N: input delay D, round trip R ms, W step times waited
+      sed -n 's/^Online step \([0-9]*\): input delay \([0-9]*\), round trip [0-9]* ms, \([0-9]*\) step times waited$/\1 \2 \3/p' \
+        "$work/$side/out.txt" > "$work/$side/line.txt"
+      read -r last delay waited < <(tail -n 1 "$work/$side/line.txt")
+      read -r first _ waited_first < <(awk -v last="$last" '$1 <= last - 1000' "$work/$side/line.txt" | tail -n 1)
+      [ -n "${first:-}" ] || fail "the $side played fewer than 1000 steps"
+      [ "$delay" -ge 16 ] || fail "the $side's delay did not follow the line (delay $delay)"
+      (( (waited - waited_first) * 100 < last - first )) ||
+        fail "the $side waited $(( waited - waited_first )) step times in steps $first to $last"
+      echo "$side: delay $delay, $(( waited - waited_first )) step times waited in steps $first to $last"
+    done
+    echo "PASS (delay-follows)"
     ;;
   out-of-step)
     frames=3000
