@@ -3,6 +3,7 @@
 
 #include <cinttypes>
 #include <cstdio>
+#include <random>
 
 #include "app/Game.h"
 #include "actors/GameState.h"
@@ -80,6 +81,15 @@ std::string cNetSession::FindLoss( int64_t now ) const {
 	}
 }
 
+int cNetSession::GetConnectionLostSeconds() const {
+	const int64_t silent = Now() - lastHeard;
+	if ( phase != ONLINE || silent <= CONNECTION_LOST_TIME ) {
+		return -1;
+	}
+	const int64_t left = PARTNER_LOST_TIME - ( Now() - lastProgress );
+	return static_cast<int>( std::max<int64_t>( left, 0 ) + 999 ) / 1000;
+}
+
 bool cNetSession::Step( cGame &game ) {
 	Hear( game );
 	const int64_t now = Now();
@@ -87,6 +97,7 @@ bool cNetSession::Step( cGame &game ) {
 	if ( !loss.empty() ) {
 		End( game, loss );
 	}
+	TryToReconnect( now );
 	if ( phase == PROBING && now - lastSent >= PROBE_TIME ) {
 		SendPing();
 	} else if ( ( phase == HANDSHAKE || phase == READY ) && connected && now - lastSent >= KEEP_ALIVE_TIME ) {
@@ -98,6 +109,7 @@ bool cNetSession::Step( cGame &game ) {
 		start.start.delay = delay;
 		start.start.startTick = clock.GetTickCount();
 		start.start.startCalendar = clock.GetCalendarTime();
+		start.start.token = std::random_device()() * 0x100000000ull + std::random_device()();
 		Send( cLink::RELIABLE, start );
 		Begin( game, start.start );
 	}
@@ -114,18 +126,27 @@ void cNetSession::Hear( cGame &game ) {
 	for ( cLink::cEvent event = link.Poll(); event.kind != cLink::NOTHING; event = link.Poll() ) {
 		if ( event.kind == cLink::CONNECTED ) {
 			Connect();
+		} else if ( event.kind == cLink::RECEIVED && event.newcomer ) {
+			TakeNewcomer( event.data );
 		} else if ( event.kind == cLink::RECEIVED ) {
 			Take( game, event.data );
-		} else if ( event.refused && phase != ENDED ) {
-			End( game, "Refused by the host: " + event.why );
-		} else if ( phase != ALONE && phase != ENDED && !( phase == ONLINE && partnerQuitAt != 0 ) ) {
-			End( game, "Partner lost: " + event.why );
+		} else {
+			LoseConnection( game, event );
 		}
 	}
 }
 
-// Only a host that has no partner and a joiner that waits for its host take a connection.
+// Only a host that has no partner and a joiner that waits for its host take a connection; a joiner
+// that connected again says it is the partner of this game.
 void cNetSession::Connect() {
+	if ( role == JOIN && phase == ONLINE && reconnecting ) {
+		cNetMessage resume;
+		resume.kind = NET_RESUME;
+		resume.token = token;
+		Send( cLink::RELIABLE, resume );
+		reconnecting = false;
+		return;
+	}
 	if ( connected || ( role == HOST ? phase != ALONE : phase != HANDSHAKE ) ) {
 		return;
 	}
@@ -138,6 +159,39 @@ void cNetSession::Connect() {
 	message.kind = NET_HELLO;
 	message.hello = hello;
 	Send( cLink::RELIABLE, message );
+}
+
+void cNetSession::TakeNewcomer( const std::vector<uint8_t> &bytes ) {
+	cNetMessage message;
+	std::string why;
+	if ( phase == ONLINE && role == HOST && cPacket::Read( bytes.data(), bytes.size(), { 0, 0 }, message, why ) &&
+		 message.kind == NET_RESUME && message.token == token ) {
+		link.TakeNewcomer();
+		cLog::Write( "The partner connected again" );
+	}
+}
+
+// Online, a connection that breaks is the line's trouble, not the end: the joiner connects again,
+// and the grace decides. Before, it ends the partner.
+void cNetSession::LoseConnection( cGame &game, const cLink::cEvent &event ) {
+	if ( event.refused && phase != ENDED ) {
+		End( game, "Refused by the host: " + event.why );
+	} else if ( phase == ONLINE && partnerQuitAt == 0 ) {
+		cLog::Write( ( "Connection to the partner lost: " + event.why ).c_str() );
+		lastReconnect = 0;
+	} else if ( phase != ALONE && phase != ENDED && phase != ONLINE ) {
+		End( game, "Partner lost: " + event.why );
+	}
+}
+
+void cNetSession::TryToReconnect( int64_t now ) {
+	if ( role != JOIN || phase != ONLINE || partnerQuitAt != 0 || now - lastHeard <= RECONNECT_TIME ||
+		 now - lastReconnect <= RECONNECT_TIME ) {
+		return;
+	}
+	lastReconnect = now;
+	reconnecting = true;
+	link.Reconnect();
 }
 
 // A packet that names steps already run is late, not broken: the lockstep has no use for it.
@@ -265,6 +319,9 @@ void cNetSession::SendPing() {
 // Both games begin again from the main menu, on the agreed clock and the shared input, recorded.
 void cNetSession::Begin( cGame &game, const cStart &start ) {
 	delay = start.delay;
+	token = start.token;
+	reconnecting = false;
+	lastReconnect = 0;
 	figures.delay = delay;
 	figures.steps = 0;
 	figures.waitedSlots = 0;
@@ -284,6 +341,7 @@ void cNetSession::Begin( cGame &game, const cStart &start ) {
 	partnerQuitAt = 0;
 	lastStep = Now();
 	lastProgress = lastStep;
+	lastHeard = lastStep;
 	std::printf( "Online game with the partner: input delay %u steps, round trip %u ms\n", delay, figures.roundTrip );
 	std::fflush( stdout );
 }

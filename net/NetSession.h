@@ -43,6 +43,8 @@ public:
 	static constexpr int64_t PARTNER_LOST_TIME = 30000;	// msec without progress from the partner
 	static constexpr int64_t HANDSHAKE_TIME = 5000;		// msec from a connection to the end of its handshake
 	static constexpr int64_t CONNECT_TIME = 10000;		// msec a joiner waits for its host to answer
+	static constexpr int64_t CONNECTION_LOST_TIME = 1000;	// msec of the partner's silence that show it
+	static constexpr int64_t RECONNECT_TIME = 2000;	// msec between a joiner's tries to connect again
 	static constexpr int64_t WAIT_PICTURE_TIME = 1000;	// msec of waiting before the picture shows
 	static constexpr uint64_t MAX_BAD_PACKETS = 32;		// per partner, before it is left
 	static constexpr int	MAX_OWED_STEPS = 4;			// steps run at once after a wait
@@ -70,6 +72,9 @@ public:
 	bool				IsOnline() const { return phase == ONLINE; }
 	// The game has waited for the partner longer than WAIT_PICTURE_TIME.
 	bool				IsWaiting() const;
+	// While the partner is silent in the online game: the whole seconds of grace left, counted
+	// up; -1 while it is heard.
+	int					GetConnectionLostSeconds() const;
 	const std::string &	GetEndLine() const { return endLine; }
 	const cNetFigures &	GetFigures() const { return figures; }
 
@@ -80,6 +85,10 @@ private:
 	void				Connect();
 	void				Hear( cGame &game );
 	void				Take( cGame &game, const std::vector<uint8_t> &bytes );
+	// A host whose partner is silent hears a newcomer: the partner back with its token, or no one.
+	void				TakeNewcomer( const std::vector<uint8_t> &bytes );
+	void				LoseConnection( cGame &game, const cLink::cEvent &event );
+	void				TryToReconnect( int64_t now );
 	void				Drop( cGame &game, const std::string &why );
 	void				Handle( cGame &game, const cNetMessage &message );
 	void				TakeHello( cGame &game, const cHello &partner );
@@ -112,6 +121,9 @@ private:
 	std::unique_ptr<cDelayControl>	delayControl;
 	bool				delayFixed = false;		// --delay on either machine
 	cDelayChange		pendingChange;			// step 0: none
+	uint64_t			token = 0;				// from the START: the partner's proof when it comes back
+	int64_t				lastReconnect = 0;
+	bool				reconnecting = false;
 	std::unique_ptr<cRecorder>	recorder;
 	cHello				partnerHello;
 	bool				connected = false;

@@ -90,6 +90,7 @@ std::vector<uint8_t> cPacket::Write( const cNetMessage &message ) {
 			out.PutVarint( message.start.delay );
 			out.PutWord32( message.start.startTick );
 			out.PutSigned( message.start.startCalendar );
+			out.PutWord64( message.start.token );
 			break;
 		case NET_INPUTS: {
 			const cInputRun &run = message.inputs;
@@ -135,6 +136,9 @@ std::vector<uint8_t> cPacket::Write( const cNetMessage &message ) {
 		case NET_DELAY:
 			out.PutVarint( message.delayChange.step );
 			out.PutVarint( message.delayChange.delay );
+			break;
+		case NET_RESUME:
+			out.PutWord64( message.token );
 			break;
 		case NET_BYE:
 			out.PutByte( message.reason );
@@ -289,7 +293,7 @@ bool cPacket::Read( const uint8_t *data, size_t size, const cStepWindow &window,
 			break;
 		case NET_START:
 			read = GetBounded( in, value, MAX_DELAY, "a delay" ) && in.GetWord32( message.start.startTick ) &&
-				   in.GetSigned( message.start.startCalendar );
+				   in.GetSigned( message.start.startCalendar ) && in.GetWord64( message.start.token );
 			message.start.delay = static_cast<uint32_t>( value );
 			read = read && ( message.start.delay > 0 || in.Fail( "a delay of 0 steps" ) );
 			break;
@@ -307,6 +311,9 @@ bool cPacket::Read( const uint8_t *data, size_t size, const cStepWindow &window,
 			read = ReadStep( in, window, message.delayChange.step, "delay change at step" ) &&
 				   GetBounded( in, value, MAX_DELAY, "a delay" ) && ( value > 0 || in.Fail( "a delay of 0 steps" ) );
 			message.delayChange.delay = static_cast<uint32_t>( value );
+			break;
+		case NET_RESUME:
+			read = in.GetWord64( message.token );
 			break;
 		case NET_BYE:
 			read = in.GetByte( kind ) && ( kind < BYE_REASON_END || in.Fail( "an unknown reason to leave" ) );

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cWaitingPicture lays the "waiting for partner" picture over every frame while an online game
-// waits for the partner's input longer than a second: it stands between the graphics layer and the
-// platform's backend, passes everything through, and draws the picture last, just before the frame
-// is presented, so the frozen world stays visible around it.
+// waits for the partner's input longer than a second, and the "Connection lost: waiting N s"
+// picture while the partner is silent, N drawn from the countdown's glyphs: it stands between the
+// graphics layer and the platform's backend, passes everything through, and draws the picture
+// last, just before the frame is presented, so the frozen world stays visible around it.
 
 #include <string>
 
@@ -12,12 +13,17 @@
 class cWaitingPicture : public cGraphicsBackend {
 public:
 	static constexpr const char *FILE = "/resources/menu/waiting.png";
+	static constexpr const char *LOST_FILE = "/resources/menu/connection-lost.png";
+	static constexpr const char *COUNTDOWN_FILE = "/resources/menu/countdown.png";
+	static constexpr int COUNTDOWN_GLYPHS = 11;		// "0" to "9", then "s", side by side in cells of one width
+	static constexpr int COUNTDOWN_TOP = 244;			// the seconds' top, between the heading and the line
 
 	cWaitingPicture( cGraphicsBackend &platform, const std::string &dataRoot ) : platform( platform ), dataRoot( dataRoot ) {}
 	~cWaitingPicture() override { ReleaseDevice(); }
 
-	// Whether the picture shows from the next frame on; true when that changes what is seen.
-	bool				Show( bool shown );
+	// What shows from the next frame on: the waiting picture, or (lostSeconds 0 or more) the
+	// connection lost with the seconds left; true when that changes what is seen.
+	bool				Show( bool shown, int lostSeconds = -1 );
 
 	bool				CreateDevice( bool fullscreen ) override;
 	void				ReleaseDevice() override;
@@ -45,9 +51,15 @@ public:
 	const char *		GetErrorText() const override { return platform.GetErrorText(); }
 
 private:
+	cTexture *			Load( const char *file );
+	void				DrawSeconds();
+
 	cGraphicsBackend &	platform;
 	std::string			dataRoot;
 	cTexture *			picture = nullptr;
+	cTexture *			lostPicture = nullptr;
+	cTexture *			countdown = nullptr;
 	bool				shown = false;
+	int					lostSeconds = -1;
 	bool				created = false;
 };

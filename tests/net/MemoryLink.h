@@ -24,6 +24,7 @@ public:
 	explicit			cMemoryWire( tRule rule ) : rule( std::move( rule ) ) {}
 	void				Tick() { now++; }
 	void				Inject( int side, const cLink::cEvent &event ) { events[side].push_back( event ); }
+	int					newcomersTaken[2] = {};
 
 	class cEnd : public cLink {
 	public:
@@ -57,6 +58,7 @@ public:
 			}
 		}
 		void Disconnect() override {}
+		void TakeNewcomer() override { wire.newcomersTaken[side]++; }
 
 	private:
 		cMemoryWire &	wire;

@@ -2,7 +2,8 @@
 // The online session on the in-memory link and a clock that moves 15 msec a slot, against a partner
 // that the test scripts packet by packet: the deadlines of every phase, a partner judged by the
 // inputs it brings and not by what it says, late packets that cost nothing, strangers that change
-// nothing, and the lines that tell the player why the online game ended.
+// nothing, the lines that tell the player why the online game ended, the countdown while the
+// partner is silent and the token that alone brings it back.
 
 #include <gtest/gtest.h>
 
@@ -76,6 +77,7 @@ struct cPartner {
 				Send( message, cLink::UNRELIABLE );
 			} else if ( message.kind == NET_START ) {
 				lockstep = std::make_unique<cLockstep>( message.start.delay );
+				token = message.start.token;
 			} else if ( message.kind == NET_INPUTS && lockstep ) {
 				lockstep->TakeInputs( message.inputs );
 			}
@@ -93,6 +95,7 @@ struct cPartner {
 	cMemoryWire::cEnd	link;
 	std::unique_ptr<cLockstep> lockstep;
 	bool				inputsFlow = true;
+	uint64_t			token = 0;
 };
 
 cLink::cEvent MakeEvent( cLink::eEventKind kind, const std::string &why = "", bool refused = false ) {
@@ -102,6 +105,38 @@ cLink::cEvent MakeEvent( cLink::eEventKind kind, const std::string &why = "", bo
 	event.refused = refused;
 	return event;
 }
+
+// A session against the scripted partner, a slot at a time: the script, the partner's slot, the
+// session's step, and the clocks and the wire moved on.
+struct cSessionRun {
+	explicit cSessionRun( cNetSession::eRole role )
+		: wire( []( int, int ) { return cFate(); } ), end( wire, 0 ),
+		  session( end, role, MakeHello(), "", headless.GetInput(), headless.GetClock(), time ), partner( wire ) {
+		SetClock( &session.GetClock() );
+		started = headless.Start( false, &session.GetInput() );
+	}
+	~cSessionRun() {
+		headless.GetGame().Finalize();
+		SetClock( nullptr );
+	}
+	void Slot( const std::function<void()> &script ) {
+		script();
+		partner.Slot();
+		session.Step( headless.GetGame() );
+		time.now += SLOT_MSEC * 1000000;
+		headless.GetClock().Advance( static_cast<uint32_t>( SLOT_MSEC ) );
+		wire.Tick();
+	}
+
+	cLogCapture			log;
+	cMemoryWire			wire;
+	cSlotClock			time;
+	cHeadlessGame		headless;
+	cMemoryWire::cEnd	end;
+	cNetSession			session;
+	cPartner			partner;
+	bool				started = false;
+};
 
 struct cSessionCase {
 	const char *		name;
@@ -231,25 +266,13 @@ TEST( SessionTests, EachPhaseHasItsDeadlineAndOnlyProgressKeepsAPartner ) {
 		  cNetSession::ONLINE },
 	};
 	for ( const cSessionCase &test : cases ) {
-		cLogCapture log;
-		cMemoryWire wire( []( int, int ) { return cFate(); } );
-		cSlotClock time;
-		cHeadlessGame headless;
-		cMemoryWire::cEnd end( wire, 0 );
-		cNetSession session( end, test.role, MakeHello(), "", headless.GetInput(),
-							 headless.GetClock(), time );
-		SetClock( &session.GetClock() );
-		ASSERT_TRUE( headless.Start( false, &session.GetInput() ) );
-		cPartner partner( wire );
+		cSessionRun run( test.role );
+		ASSERT_TRUE( run.started );
+		cNetSession &session = run.session;
 		int endedAt = -1;
 		for ( int slot = 0; slot < test.slots; slot++ ) {
-			test.script( slot, partner, wire, session );
-			partner.Slot();
-			session.Step( headless.GetGame() );
+			run.Slot( [&]() { test.script( slot, run.partner, run.wire, session ); } );
 			endedAt = endedAt < 0 && !session.GetEndLine().empty() ? slot : endedAt;
-			time.now += SLOT_MSEC * 1000000;
-			headless.GetClock().Advance( static_cast<uint32_t>( SLOT_MSEC ) );
-			wire.Tick();
 		}
 		EXPECT_EQ( session.GetEndLine(), test.endLine ) << test.name;
 		if ( *test.endLine != '\0' ) {
@@ -259,8 +282,49 @@ TEST( SessionTests, EachPhaseHasItsDeadlineAndOnlyProgressKeepsAPartner ) {
 		EXPECT_EQ( session.GetPhase(), test.phase ) << test.name;
 		const bool broken = std::string( test.endLine ).find( "broken" ) != std::string::npos;
 		EXPECT_EQ( session.GetFigures().badPackets, broken ? cNetSession::MAX_BAD_PACKETS : 0 ) << test.name;
-		headless.GetGame().Finalize();
-		SetClock( nullptr );
+	}
+}
+
+TEST( SessionTests, ASilentPartnerIsCountedDownAndOnlyItsTokenBringsItBack ) {
+	struct cCase {
+		const char *	name;
+		bool			rightToken;
+		int				taken;			// newcomers the host took
+		int				secondsAt300;	// the countdown 4.5 s into the silence: -1 when heard
+	};
+	const cCase cases[] = {
+		{ "the partner back with its token", true, 1, -1 },
+		{ "a stranger with another token", false, 0, 26 },
+	};
+	const int silentFrom = 100;
+	for ( const cCase &test : cases ) {
+		cSessionRun run( cNetSession::HOST );
+		ASSERT_TRUE( run.started );
+		run.wire.Inject( 0, MakeEvent( cLink::CONNECTED ) );
+		run.partner.SendHello();
+		for ( int slot = 0; slot < 400; slot++ ) {
+			run.Slot( [&]() {
+				run.partner.inputsFlow = slot < silentFrom || ( test.rightToken && slot > 300 );
+				if ( slot == silentFrom + 60 ) {
+					EXPECT_EQ( run.session.GetConnectionLostSeconds(), -1 ) << test.name << ": shown before a second";
+				} else if ( slot == silentFrom + 80 ) {
+					EXPECT_EQ( run.session.GetConnectionLostSeconds(), 29 ) << test.name;
+				} else if ( slot == 300 ) {
+					cNetMessage resume;
+					resume.kind = NET_RESUME;
+					resume.token = run.partner.token + ( test.rightToken ? 0 : 1 );
+					cLink::cEvent event = MakeEvent( cLink::RECEIVED );
+					event.data = cPacket::Write( resume );
+					event.newcomer = true;
+					run.wire.Inject( 0, event );
+				} else if ( slot == 390 ) {
+					EXPECT_EQ( run.session.GetConnectionLostSeconds(), test.secondsAt300 ) << test.name;
+				}
+			} );
+		}
+		ASSERT_NE( run.partner.token, 0u ) << "the START carries a token";
+		EXPECT_EQ( run.wire.newcomersTaken[0], test.taken ) << test.name;
+		EXPECT_EQ( run.session.GetPhase(), cNetSession::ONLINE ) << test.name << ": the grace is not over";
 	}
 }
 

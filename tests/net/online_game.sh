@@ -16,6 +16,12 @@
 # delay-follows:  through the relay, 30 ms each way and 120 ms from 12 s of traffic on: the input
 #                 delay rises with the line, and over the last 1000 steps of each side fewer than
 #                 1 step time in 100 waits.
+# blackout:       through the relay, every packet lost for 15 s in the middle of the game; meanwhile
+#                 a stranger claims at the host to be the partner come back, with a wrong token,
+#                 and is turned away; both games resume and both recordings verify to one end.
+# blackout-long:  the same for 35 s: "Partner lost" on both machines.
+# new-port:       the relay speaks to the host from a new port in the middle of the game, as a
+#                 router does after a restart: the partner connects again and both games resume.
 # out-of-step:    the partner is the skewed build, which plays an extra step of its own: both
 #                 report the same step and part, and both write out-of-step.kmr.
 # partner-killed: the partner is killed with SIGKILL in the middle of the game; the host must say
@@ -45,7 +51,7 @@ ln -s "$resources" "$work/host/resources"
 ln -s "$resources" "$work/partner/resources"
 port=$(( 20000 + RANDOM % 12000 ))	# below the ephemeral ports that the system hands out
 # The scenarios that run beside others have ports of their own, below the random ones.
-declare -A OWN_PORTS=([strangers]=19410 [silent-first]=19420 [out-of-step]=19430 [delay-follows]=19440)
+declare -A OWN_PORTS=([strangers]=19410 [silent-first]=19420 [out-of-step]=19430 [delay-follows]=19440 [blackout]=19450 [blackout-long]=19460 [new-port]=19470)
 port=${OWN_PORTS[$scenario]:-$port}
 frames=9000
 
@@ -164,6 +170,37 @@ case "$scenario" in
       echo "$side: delay $delay, $(( waited - waited_first )) step times waited in steps $first to $last"
     done
     echo "PASS (delay-follows)"
+    ;;
+  blackout|blackout-long|new-port)
+    frames=1500
+    line=(--blackout-at=12 --blackout-for=15)
+    [ "$scenario" = blackout-long ] && line=(--blackout-at=12 --blackout-for=35)
+    [ "$scenario" = new-port ] && line=(--new-port-at=12)
+    start host "--host=$port" --online-record=host.kmr --delay=6
+    host=${pids[-1]}
+    "$relay" $(( port + 1 )) "$port" --delay=20 "${line[@]}" --seconds=200 > "$work/relay.txt" &
+    pids+=($!)
+    start partner "--join=127.0.0.1:$(( port + 1 ))" --online-record=partner.kmr
+    partner=${pids[-1]}
+    if [ "$scenario" = blackout ]; then
+      wait_for partner "shared main menu"
+      sleep 16		# within the blackout, the partner silent
+      "$stranger" "$port" 3 --resume > "$work/stranger.txt"
+      grep -q "^turned away" "$work/stranger.txt" || fail "the stranger with a wrong token was not turned away"
+    fi
+    finish "$host" 0 "the host did not end well"
+    finish "$partner" 0 "the partner did not end well"
+    if [ "$scenario" = blackout-long ]; then
+      for side in host partner; do
+        grep -q "^Partner lost" "$work/$side/log.txt" || fail "no \"Partner lost\" in the $side's log"
+      done
+      echo "PASS ($scenario): both lost the partner"
+    else
+      grep -q "The host quit the game" "$work/partner/log.txt" || fail "the game did not go on to the host's quit"
+      grep -q "The partner connected again" "$work/host/log.txt" || fail "the partner did not connect again"
+      check_recordings
+      echo "PASS ($scenario): both resumed and ended at $hash, both recordings verify to it"
+    fi
     ;;
   out-of-step)
     frames=3000

@@ -138,6 +138,9 @@ bool WriteMenus( const std::string &root ) {
 	cCanvas shown = art.GetBackdrop();
 	shown.Paste( waiting, 0, 0 );
 	ok &= shown.SavePng( root + "/docs/images/menu-waiting.png" );
+	const cCanvas lost = art.MakeConnectionLostOverlay();
+	ok &= lost.SavePng( menu + "connection-lost.png" );
+	ok &= art.MakeCountdownGlyphs().SavePng( menu + "countdown.png" );
 	return ok;
 }
 
