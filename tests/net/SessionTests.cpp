@@ -1,28 +1,24 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The online session on the in-memory link and a clock that moves 15 msec a slot, against a partner
-// that the test scripts packet by packet: the deadlines of every phase, a partner judged by the
+// that the test scripts event by event: the deadlines of every phase, a partner judged by the
 // inputs it brings and not by what it says, late packets that cost nothing, strangers that change
-// nothing, the lines that tell the player why the online game ended, the countdown while the
-// partner is silent and the token that alone brings it back.
+// nothing, the lines that tell why the online game ended, the countdown while the partner is silent
+// and the token that alone brings it back.
 
 #include <gtest/gtest.h>
-
-#include <functional>
-#include <memory>
 
 #include "LogCapture.h"
 #include "MemoryLink.h"
 #include "harness/HeadlessGame.h"
 #include "net/Lockstep.h"
 #include "net/NetSession.h"
-#include "net/Packet.h"
 #include "platform/PacingClock.h"
 
 namespace {
 
 const int64_t SLOT_MSEC = cGame::FRAME_TIME;
-const int GRACE_SLOTS = static_cast<int>( cNetSession::PARTNER_LOST_TIME / SLOT_MSEC );
-const uint32_t DELAY = 3;
+const int GRACE = static_cast<int>( cNetSession::PARTNER_LOST_TIME / SLOT_MSEC );
+const int HANDSHAKE = static_cast<int>( cNetSession::HANDSHAKE_TIME / SLOT_MSEC );
 
 class cSlotClock : public cPacingClock {
 public:
@@ -38,80 +34,29 @@ cHello MakeHello( const std::string &version = "1.0.0" ) {
 	return hello;
 }
 
-// The other machine, as the test plays it: it answers probes, starts the game when it hosts, and
-// sends its inputs every slot while inputsFlow.
-struct cPartner {
-	cPartner( cMemoryWire &wire ) : link( wire, 1 ) {}
+// What the partner or the link does in a slot. The partner answers probes, starts the game when it
+// hosts, and sends its inputs every slot from START to STOP.
+enum eDo { CONNECT, HELLO, ODD_HELLO, START, STOP, PING, FAR_BYE, OUT_OF_STEP, REFUSED, LATE, BROKEN, RESUME, WRONG_RESUME };
 
-	void Send( const cNetMessage &message, cLink::eChannel channel = cLink::RELIABLE ) {
-		link.Send( channel, cPacket::Write( message ) );
-	}
-	void SendHello( const std::string &version = "1.0.0" ) {
-		cNetMessage message;
-		message.kind = NET_HELLO;
-		message.hello = MakeHello( version );
-		Send( message );
-	}
-	void SendStart() {
-		cNetMessage message;
-		message.kind = NET_START;
-		message.start = { DELAY, 1000, 1700000000 };
-		Send( message );
-		lockstep = std::make_unique<cLockstep>( DELAY );
-	}
-	void SendBye( eByeReason reason, uint64_t step, const std::string &part = "" ) {
-		cNetMessage message;
-		message.kind = NET_BYE;
-		message.reason = reason;
-		message.lastStep = step;
-		message.part = part;
-		Send( message );
-	}
-	void Slot() {
-		for ( cLink::cEvent event = link.Poll(); event.kind != cLink::NOTHING; event = link.Poll() ) {
-			cNetMessage message;
-			std::string why;
-			ASSERT_TRUE( cPacket::Read( event.data.data(), event.data.size(), { 0, 1u << 30 }, message, why ) ) << why;
-			if ( message.kind == NET_PING ) {
-				message.kind = NET_PONG;
-				Send( message, cLink::UNRELIABLE );
-			} else if ( message.kind == NET_START ) {
-				lockstep = std::make_unique<cLockstep>( message.start.delay );
-				token = message.start.token;
-			} else if ( message.kind == NET_INPUTS && lockstep ) {
-				lockstep->TakeInputs( message.inputs );
-			}
-		}
-		if ( lockstep && inputsFlow ) {
-			cStepInput own;
-			cStepInput partner;
-			if ( lockstep->CanStep() ) {
-				lockstep->Step( cStepInput(), own, partner );
-			}
-			Send( lockstep->MakeInputs(), cLink::UNRELIABLE );
-		}
-	}
-
-	cMemoryWire::cEnd	link;
-	std::unique_ptr<cLockstep> lockstep;
-	bool				inputsFlow = true;
-	uint64_t			token = 0;
+struct cEvent {
+	int					slot;
+	eDo					what;
 };
 
-cLink::cEvent MakeEvent( cLink::eEventKind kind, const std::string &why = "", bool refused = false ) {
-	cLink::cEvent event;
-	event.kind = kind;
-	event.why = why;
-	event.refused = refused;
-	return event;
-}
+struct cSessionCase {
+	const char *		name;
+	cNetSession::eRole	role;
+	std::vector<cEvent>	events;
+	const char *		endLine;		// empty: the online game goes on
+	int					endSlot;		// the first slot that may show it, and up to 10 later
+	cNetSession::ePhase	phase;			// at the end, 60 slots after the last event or the end line
+	int					lostSeconds;	// the countdown then
+};
 
-// A session against the scripted partner, a slot at a time: the script, the partner's slot, the
-// session's step, and the clocks and the wire moved on.
 struct cSessionRun {
 	explicit cSessionRun( cNetSession::eRole role )
-		: wire( []( int, int ) { return cFate(); } ), end( wire, 0 ),
-		  session( end, role, MakeHello(), "", headless.GetInput(), headless.GetClock(), time ), partner( wire ) {
+		: wire( []( int, int ) { return cFate(); } ), end( wire, 0 ), partner( wire, 1 ),
+		  session( end, role, MakeHello(), "", headless.GetInput(), headless.GetClock(), time ) {
 		SetClock( &session.GetClock() );
 		started = headless.Start( false, &session.GetInput() );
 	}
@@ -119,9 +64,64 @@ struct cSessionRun {
 		headless.GetGame().Finalize();
 		SetClock( nullptr );
 	}
-	void Slot( const std::function<void()> &script ) {
-		script();
-		partner.Slot();
+	void Send( cNetMessage message, eNetMessage kind, cLink::eChannel channel = cLink::RELIABLE ) {
+		message.kind = kind;
+		partner.Send( channel, cPacket::Write( message ) );
+	}
+	void Do( eDo what ) {
+		cNetMessage message;
+		cLink::cEvent event;
+		switch ( what ) {
+			case CONNECT: event.kind = cLink::CONNECTED; wire.Inject( 0, event ); break;
+			case HELLO: message.hello = MakeHello(); Send( message, NET_HELLO ); break;
+			case ODD_HELLO: message.hello = MakeHello( "1.0\x1b[2J" ); Send( message, NET_HELLO ); break;
+			case START: message.kind = NET_START; message.start = { 3, 1000, 1700000000, 77 }; Send( message, NET_START ); Take( message ); break;
+			case STOP: lockstep.reset(); break;
+			case PING: Send( message, NET_PING, cLink::UNRELIABLE ); break;
+			case FAR_BYE: message.reason = BYE_QUIT; message.lastStep = session.GetFigures().steps + 120; Send( message, NET_BYE ); break;
+			case OUT_OF_STEP: message.reason = BYE_OUT_OF_STEP; message.lastStep = 120; message.part = "enemy 3"; Send( message, NET_BYE ); break;
+			case REFUSED: event = { cLink::DISCONNECTED, {}, "the host already has a partner", true }; wire.Inject( 0, event ); break;
+			case LATE:
+				message.inputs.inputs.assign( cPacket::MAX_INPUTS, cStepInput() );
+				for ( uint64_t i = 0; i < cNetSession::MAX_BAD_PACKETS; i++ ) {
+					Send( message, NET_INPUTS, cLink::UNRELIABLE );
+				}
+				break;
+			case BROKEN: for ( uint64_t i = 0; i < cNetSession::MAX_BAD_PACKETS; i++ ) partner.Send( cLink::UNRELIABLE, { NET_MESSAGE_END } ); break;
+			case RESUME:
+			case WRONG_RESUME:
+				message.kind = NET_RESUME;
+				message.token = token + ( what == RESUME ? 0 : 1 );
+				event = { cLink::RECEIVED, cPacket::Write( message ), "", false, true };
+				wire.Inject( 0, event );
+				break;
+		}
+	}
+	void Take( const cNetMessage &message ) {
+		if ( message.kind == NET_PING ) {
+			Send( message, NET_PONG, cLink::UNRELIABLE );
+		} else if ( message.kind == NET_START ) {
+			lockstep = std::make_unique<cLockstep>( message.start.delay );
+			token = message.start.token;
+		} else if ( message.kind == NET_INPUTS && lockstep ) {
+			lockstep->TakeInputs( message.inputs );
+		}
+	}
+	void Slot() {
+		for ( cLink::cEvent event = partner.Poll(); event.kind != cLink::NOTHING; event = partner.Poll() ) {
+			cNetMessage message;
+			std::string why;
+			ASSERT_TRUE( cPacket::Read( event.data.data(), event.data.size(), { 0, 1u << 30 }, message, why ) ) << why;
+			Take( message );
+		}
+		if ( lockstep ) {
+			cStepInput own;
+			cStepInput other;
+			if ( lockstep->CanStep() ) {
+				lockstep->Step( cStepInput(), own, other );
+			}
+			partner.Send( cLink::UNRELIABLE, cPacket::Write( lockstep->MakeInputs() ) );
+		}
 		session.Step( headless.GetGame() );
 		time.now += SLOT_MSEC * 1000000;
 		headless.GetClock().Advance( static_cast<uint32_t>( SLOT_MSEC ) );
@@ -133,198 +133,65 @@ struct cSessionRun {
 	cSlotClock			time;
 	cHeadlessGame		headless;
 	cMemoryWire::cEnd	end;
+	cMemoryWire::cEnd	partner;
 	cNetSession			session;
-	cPartner			partner;
+	std::unique_ptr<cLockstep> lockstep;
+	uint64_t			token = 0;
 	bool				started = false;
 };
 
-struct cSessionCase {
-	const char *		name;
-	cNetSession::eRole	role;
-	int					slots;
-	// What the partner and the link do in a slot, before the partner's own slot.
-	std::function<void( int slot, cPartner &partner, cMemoryWire &wire, cNetSession &session )> script;
-	const char *		endLine;		// empty: the online game goes on
-	int					endSlot;		// the first slot that may show it
-	int					lateSlots;		// how many slots after it it may still come
-	cNetSession::ePhase	phase;			// at the end
-};
-
-// The joiner's start: the host connects, says hello and starts the online game at once.
-void StartAsHost( int slot, cPartner &partner, cMemoryWire &wire ) {
-	if ( slot == 0 ) {
-		wire.Inject( 0, MakeEvent( cLink::CONNECTED ) );
-		partner.SendHello();
-	} else if ( slot == 2 ) {
-		partner.SendStart();
-	}
-}
-
-const int STOP = 100;			// the slot at which the scripted partner's inputs stop
-const int STOPPED_LOSS = STOP + GRACE_SLOTS;
-
-TEST( SessionTests, EachPhaseHasItsDeadlineAndOnlyProgressKeepsAPartner ) {
+TEST( SessionTests, EachPhaseHasItsDeadlineAndOnlyProgressKeepsThePartner ) {
+	using S = cNetSession;
+	const std::vector<cEvent> joined = { { 0, CONNECT }, { 0, HELLO }, { 2, START } };
+	const auto then = [&]( std::vector<cEvent> more ) {
+		more.insert( more.begin(), joined.begin(), joined.end() );
+		return more;
+	};
+	const char *const noInput = "Partner lost: no new input from the partner for 30 seconds";
 	const cSessionCase cases[] = {
-		{ "no host answers", cNetSession::JOIN, 800, []( int, cPartner &, cMemoryWire &, cNetSession & ) {},
-		  "Partner lost: no answer from the host", static_cast<int>( cNetSession::CONNECT_TIME / SLOT_MSEC ), 2,
-		  cNetSession::ENDED },
-		{ "a connection that never says hello", cNetSession::JOIN, 500,
-		  []( int slot, cPartner &, cMemoryWire &wire, cNetSession & ) {
-			  if ( slot == 0 ) {
-				  wire.Inject( 0, MakeEvent( cLink::CONNECTED ) );
-			  }
-		  },
-		  "Partner lost: no handshake within 5 seconds", static_cast<int>( cNetSession::HANDSHAKE_TIME / SLOT_MSEC ), 2,
-		  cNetSession::ENDED },
-		{ "inputs stop", cNetSession::JOIN, STOPPED_LOSS + 50,
-		  []( int slot, cPartner &partner, cMemoryWire &wire, cNetSession & ) {
-			  StartAsHost( slot, partner, wire );
-			  partner.inputsFlow = slot < STOP;
-		  },
-		  "Partner lost: no new input from the partner for 30 seconds", STOPPED_LOSS, 10, cNetSession::ENDED },
-		{ "inputs stop, pings go on", cNetSession::JOIN, STOPPED_LOSS + 50,
-		  []( int slot, cPartner &partner, cMemoryWire &wire, cNetSession & ) {
-			  StartAsHost( slot, partner, wire );
-			  partner.inputsFlow = slot < STOP;
-			  cNetMessage ping;
-			  ping.kind = NET_PING;
-			  partner.Send( ping, cLink::UNRELIABLE );
-		  },
-		  "Partner lost: no new input from the partner for 30 seconds", STOPPED_LOSS, 10, cNetSession::ENDED },
-		{ "a farewell that names a step far ahead", cNetSession::JOIN, STOPPED_LOSS + 50,
-		  []( int slot, cPartner &partner, cMemoryWire &wire, cNetSession & ) {
-			  StartAsHost( slot, partner, wire );
-			  partner.inputsFlow = slot < STOP;
-			  if ( slot == STOP ) {
-				  partner.SendBye( BYE_QUIT, STOP + 120 );
-			  }
-		  },
-		  "Partner lost: no new input from the partner for 30 seconds", STOPPED_LOSS, 10, cNetSession::ENDED },
-		{ "refused by the host", cNetSession::JOIN, 100,
-		  []( int slot, cPartner &, cMemoryWire &wire, cNetSession & ) {
-			  if ( slot == 5 ) {
-				  wire.Inject( 0, MakeEvent( cLink::DISCONNECTED, "the host already has a partner", true ) );
-			  }
-		  },
-		  "Refused by the host: the host already has a partner", 5, 0, cNetSession::ENDED },
-		{ "late packets", cNetSession::JOIN, 600,
-		  []( int slot, cPartner &partner, cMemoryWire &wire, cNetSession & ) {
-			  StartAsHost( slot, partner, wire );
-			  if ( slot >= 400 && slot < 400 + static_cast<int>( cNetSession::MAX_BAD_PACKETS ) ) {
-				  cNetMessage late;
-				  late.kind = NET_INPUTS;
-				  late.inputs.inputs.assign( cPacket::MAX_INPUTS, cStepInput() );
-				  partner.Send( late, cLink::UNRELIABLE );
-			  }
-		  },
-		  "", 0, 0, cNetSession::ONLINE },
-		{ "broken packets", cNetSession::JOIN, 600,
-		  []( int slot, cPartner &partner, cMemoryWire &wire, cNetSession & ) {
-			  StartAsHost( slot, partner, wire );
-			  if ( slot == 200 ) {
-				  for ( uint64_t i = 0; i < cNetSession::MAX_BAD_PACKETS; i++ ) {
-					  partner.link.Send( cLink::UNRELIABLE, { NET_MESSAGE_END } );
-				  }
-			  }
-		  },
-		  "Partner lost: it kept sending broken packets", 201, 1, cNetSession::ENDED },
-		{ "another connection in the middle of the game", cNetSession::JOIN, 600,
-		  []( int slot, cPartner &partner, cMemoryWire &wire, cNetSession & ) {
-			  StartAsHost( slot, partner, wire );
-			  if ( slot == 300 ) {
-				  wire.Inject( 0, MakeEvent( cLink::CONNECTED ) );
-				  partner.SendHello();
-			  }
-		  },
-		  "", 0, 0, cNetSession::ONLINE },
-		{ "the partner found the games out of step", cNetSession::JOIN, 300,
-		  []( int slot, cPartner &partner, cMemoryWire &wire, cNetSession & ) {
-			  StartAsHost( slot, partner, wire );
-			  if ( slot == 150 ) {
-				  partner.SendBye( BYE_OUT_OF_STEP, 120, "enemy 3" );
-			  }
-		  },
-		  "Game went out of step with the partner at step 120 (part enemy 3)", 151, 0, cNetSession::ENDED },
-		{ "a version that would drive the terminal", cNetSession::JOIN, 100,
-		  []( int slot, cPartner &partner, cMemoryWire &wire, cNetSession & ) {
-			  if ( slot == 0 ) {
-				  wire.Inject( 0, MakeEvent( cLink::CONNECTED ) );
-				  partner.SendHello( "1.0\x1b[2J" );
-			  }
-		  },
-		  "Partner runs version 1.0\\x1B[2J, this is 1.0.0: both need the same version", 1, 0, cNetSession::ENDED },
-		{ "a silent connection at the host, then the partner", cNetSession::HOST, 700,
-		  []( int slot, cPartner &partner, cMemoryWire &wire, cNetSession & ) {
-			  if ( slot == 0 || slot == 400 ) {
-				  wire.Inject( 0, MakeEvent( cLink::CONNECTED ) );
-			  }
-			  if ( slot == 400 ) {
-				  partner.SendHello();
-			  }
-		  },
-		  "Partner lost: no handshake within 5 seconds", static_cast<int>( cNetSession::HANDSHAKE_TIME / SLOT_MSEC ), 2,
-		  cNetSession::ONLINE },
+		{ "no host answers", S::JOIN, {}, "Partner lost: no answer from the host", static_cast<int>( S::CONNECT_TIME / SLOT_MSEC ), S::ENDED, -1 },
+		{ "a connection that never says hello", S::JOIN, { { 0, CONNECT } }, "Partner lost: no handshake within 5 seconds", HANDSHAKE, S::ENDED, -1 },
+		{ "inputs stop", S::JOIN, then( { { 100, STOP } } ), noInput, 100 + GRACE, S::ENDED, -1 },
+		{ "inputs stop, pings go on", S::JOIN, then( { { 100, STOP }, { 1000, PING }, { 2000, PING }, { 2090, PING } } ), noInput, 100 + GRACE, S::ENDED, -1 },
+		{ "a farewell that names a step far ahead", S::JOIN, then( { { 100, FAR_BYE }, { 100, STOP } } ), noInput, 100 + GRACE, S::ENDED, -1 },
+		{ "refused by the host", S::JOIN, { { 5, REFUSED } }, "Refused by the host: the host already has a partner", 5, S::ENDED, -1 },
+		{ "late packets", S::JOIN, then( { { 400, LATE } } ), "", 0, S::ONLINE, -1 },
+		{ "broken packets", S::JOIN, then( { { 200, BROKEN } } ), "Partner lost: it kept sending broken packets", 201, S::ENDED, -1 },
+		{ "another connection in the middle of the game", S::JOIN, then( { { 300, CONNECT }, { 300, HELLO } } ), "", 0, S::ONLINE, -1 },
+		{ "the partner found the games out of step", S::JOIN, then( { { 150, OUT_OF_STEP } } ),
+		  "Game went out of step with the partner at step 120 (part enemy 3)", 151, S::ENDED, -1 },
+		{ "a version that would drive the terminal", S::JOIN, { { 0, CONNECT }, { 0, ODD_HELLO } },
+		  "Partner runs version 1.0\\x1B[2J, this is 1.0.0: both need the same version", 1, S::ENDED, -1 },
+		{ "a silent connection at the host, then the partner", S::HOST, { { 0, CONNECT }, { 400, CONNECT }, { 400, HELLO } },
+		  "Partner lost: no handshake within 5 seconds", HANDSHAKE, S::ONLINE, -1 },
+		{ "silent for a second: the countdown", S::HOST, { { 0, CONNECT }, { 0, HELLO }, { 100, STOP }, { 250, STOP } }, "", 0, S::ONLINE, 27 },
+		{ "the partner back with its token", S::HOST, { { 0, CONNECT }, { 0, HELLO }, { 100, STOP }, { 400, RESUME } }, "", 0, S::ONLINE, 25 },
+		{ "a stranger with another token", S::HOST, { { 0, CONNECT }, { 0, HELLO }, { 100, STOP }, { 400, WRONG_RESUME } }, "", 0, S::ONLINE, 25 },
 	};
 	for ( const cSessionCase &test : cases ) {
 		cSessionRun run( test.role );
 		ASSERT_TRUE( run.started );
-		cNetSession &session = run.session;
 		int endedAt = -1;
-		for ( int slot = 0; slot < test.slots; slot++ ) {
-			run.Slot( [&]() { test.script( slot, run.partner, run.wire, session ); } );
-			endedAt = endedAt < 0 && !session.GetEndLine().empty() ? slot : endedAt;
+		const int last = std::max( *test.endLine != '\0' ? test.endSlot : 0, test.events.empty() ? 0 : test.events.back().slot );
+		for ( int slot = 0; slot <= last + 60; slot++ ) {
+			for ( const cEvent &event : test.events ) {
+				if ( event.slot == slot ) {
+					run.Do( event.what );
+				}
+			}
+			run.Slot();
+			endedAt = endedAt < 0 && !run.session.GetEndLine().empty() ? slot : endedAt;
 		}
-		EXPECT_EQ( session.GetEndLine(), test.endLine ) << test.name;
+		EXPECT_EQ( run.session.GetEndLine(), test.endLine ) << test.name;
 		if ( *test.endLine != '\0' ) {
 			EXPECT_GE( endedAt, test.endSlot ) << test.name << ": lost too early";
-			EXPECT_LE( endedAt, test.endSlot + test.lateSlots ) << test.name << ": lost too late";
+			EXPECT_LE( endedAt, test.endSlot + 10 ) << test.name << ": lost too late";
 		}
-		EXPECT_EQ( session.GetPhase(), test.phase ) << test.name;
+		EXPECT_EQ( run.session.GetPhase(), test.phase ) << test.name;
+		EXPECT_EQ( run.session.GetConnectionLostSeconds(), test.lostSeconds ) << test.name;
 		const bool broken = std::string( test.endLine ).find( "broken" ) != std::string::npos;
-		EXPECT_EQ( session.GetFigures().badPackets, broken ? cNetSession::MAX_BAD_PACKETS : 0 ) << test.name;
-	}
-}
-
-TEST( SessionTests, ASilentPartnerIsCountedDownAndOnlyItsTokenBringsItBack ) {
-	struct cCase {
-		const char *	name;
-		bool			rightToken;
-		int				taken;			// newcomers the host took
-		int				secondsAt300;	// the countdown 4.5 s into the silence: -1 when heard
-	};
-	const cCase cases[] = {
-		{ "the partner back with its token", true, 1, -1 },
-		{ "a stranger with another token", false, 0, 26 },
-	};
-	const int silentFrom = 100;
-	for ( const cCase &test : cases ) {
-		cSessionRun run( cNetSession::HOST );
-		ASSERT_TRUE( run.started );
-		run.wire.Inject( 0, MakeEvent( cLink::CONNECTED ) );
-		run.partner.SendHello();
-		for ( int slot = 0; slot < 400; slot++ ) {
-			run.Slot( [&]() {
-				run.partner.inputsFlow = slot < silentFrom || ( test.rightToken && slot > 300 );
-				if ( slot == silentFrom + 60 ) {
-					EXPECT_EQ( run.session.GetConnectionLostSeconds(), -1 ) << test.name << ": shown before a second";
-				} else if ( slot == silentFrom + 80 ) {
-					EXPECT_EQ( run.session.GetConnectionLostSeconds(), 29 ) << test.name;
-				} else if ( slot == 300 ) {
-					cNetMessage resume;
-					resume.kind = NET_RESUME;
-					resume.token = run.partner.token + ( test.rightToken ? 0 : 1 );
-					cLink::cEvent event = MakeEvent( cLink::RECEIVED );
-					event.data = cPacket::Write( resume );
-					event.newcomer = true;
-					run.wire.Inject( 0, event );
-				} else if ( slot == 390 ) {
-					EXPECT_EQ( run.session.GetConnectionLostSeconds(), test.secondsAt300 ) << test.name;
-				}
-			} );
-		}
-		ASSERT_NE( run.partner.token, 0u ) << "the START carries a token";
-		EXPECT_EQ( run.wire.newcomersTaken[0], test.taken ) << test.name;
-		EXPECT_EQ( run.session.GetPhase(), cNetSession::ONLINE ) << test.name << ": the grace is not over";
+		EXPECT_EQ( run.session.GetFigures().badPackets, broken ? S::MAX_BAD_PACKETS : 0 ) << test.name;
+		EXPECT_EQ( run.wire.newcomersTaken[0], std::string( test.name ).find( "its token" ) != std::string::npos ? 1 : 0 ) << test.name;
 	}
 }
 
