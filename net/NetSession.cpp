@@ -8,6 +8,7 @@
 #include "app/Game.h"
 #include "actors/GameState.h"
 #include "app/StateHash.h"
+#include "input/KeyCodes.h"
 #include "log/Log.h"
 #include "log/Printable.h"
 #include "net/DelayControl.h"
@@ -98,6 +99,10 @@ bool cNetSession::Step( cGame &game ) {
 		End( game, loss );
 	}
 	TryToReconnect( now );
+	// Escape while the partner is silent gives up waiting for it; the frozen game reads no keys.
+	if ( GetConnectionLostSeconds() >= 0 && input.Sample().IsKeyDown( KEY_ESCAPE ) ) {
+		End( game, "Partner lost: this player stopped waiting" );
+	}
 	if ( phase == PROBING && now - lastSent >= PROBE_TIME ) {
 		SendPing();
 	} else if ( ( phase == HANDSHAKE || phase == READY ) && connected && now - lastSent >= KEEP_ALIVE_TIME ) {

@@ -10,6 +10,7 @@
 #include "LogCapture.h"
 #include "MemoryLink.h"
 #include "harness/HeadlessGame.h"
+#include "input/KeyCodes.h"
 #include "net/Lockstep.h"
 #include "net/NetSession.h"
 #include "platform/PacingClock.h"
@@ -36,7 +37,7 @@ cHello MakeHello( const std::string &version = "1.0.0" ) {
 
 // What the partner or the link does in a slot. The partner answers probes, starts the game when it
 // hosts, and sends its inputs every slot from START to STOP.
-enum eDo { CONNECT, HELLO, ODD_HELLO, START, STOP, PING, FAR_BYE, OUT_OF_STEP, REFUSED, LATE, BROKEN, RESUME, WRONG_RESUME };
+enum eDo { CONNECT, HELLO, ODD_HELLO, START, STOP, PING, FAR_BYE, OUT_OF_STEP, REFUSED, LATE, BROKEN, RESUME, WRONG_RESUME, ESCAPE };
 
 struct cEvent {
 	int					slot;
@@ -95,6 +96,7 @@ struct cSessionRun {
 				event = { cLink::RECEIVED, cPacket::Write( message ), "", false, true };
 				wire.Inject( 0, event );
 				break;
+			case ESCAPE: headless.SetKey( KEY_ESCAPE, true ); break;
 		}
 	}
 	void Take( const cNetMessage &message ) {
@@ -166,6 +168,8 @@ TEST( SessionTests, EachPhaseHasItsDeadlineAndOnlyProgressKeepsThePartner ) {
 		  "Partner lost: no handshake within 5 seconds", HANDSHAKE, S::ONLINE, -1 },
 		{ "silent for a second: the countdown", S::HOST, { { 0, CONNECT }, { 0, HELLO }, { 100, STOP }, { 250, STOP } }, "", 0, S::ONLINE, 27 },
 		{ "the partner back with its token", S::HOST, { { 0, CONNECT }, { 0, HELLO }, { 100, STOP }, { 400, RESUME } }, "", 0, S::ONLINE, 25 },
+		{ "Escape while the partner is silent", S::HOST, { { 0, CONNECT }, { 0, HELLO }, { 100, STOP }, { 200, ESCAPE } },
+		  "Partner lost: this player stopped waiting", 200, S::ALONE, -1 },
 		{ "a stranger with another token", S::HOST, { { 0, CONNECT }, { 0, HELLO }, { 100, STOP }, { 400, WRONG_RESUME } }, "", 0, S::ONLINE, 25 },
 	};
 	for ( const cSessionCase &test : cases ) {
