@@ -176,10 +176,11 @@ void cNetSession::TakeNewcomer( const std::vector<uint8_t> &bytes ) {
 	}
 }
 
-// Online, a connection that breaks is the line's trouble, not the end: the joiner connects again,
-// and the grace decides. Before, it ends the partner.
+// Online, a connection that breaks is the line's trouble, not the end: the joiner connects again
+// (turned away while the host still hears its old connection, it tries again), and the grace
+// decides. Before, it ends the partner.
 void cNetSession::LoseConnection( cGame &game, const cLink::cEvent &event ) {
-	if ( event.refused && phase != ENDED ) {
+	if ( event.refused && phase != ENDED && phase != ONLINE ) {
 		End( game, "Refused by the host: " + event.why );
 	} else if ( phase == ONLINE && partnerQuitAt == 0 ) {
 		cLog::Write( ( "Connection to the partner lost: " + event.why ).c_str() );
