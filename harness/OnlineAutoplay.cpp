@@ -3,6 +3,7 @@
 
 #include <cinttypes>
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 
 #include "actors/GameState.h"
@@ -11,6 +12,7 @@
 #include "harness/HeadlessGame.h"
 #include "net/Handshake.h"
 #include "net/NetSession.h"
+#include "net/Packet.h"
 #include "net/Link.h"
 #include "platform/MonotonicClock.h"
 #include "replay/Fingerprint.h"
@@ -18,10 +20,11 @@
 
 namespace {
 
-const int64_t STEP_TIME = 15000000;			// nsec
 const int64_t NSEC_PER_MSEC = 1000000;
+const int64_t STEP_TIME = cGame::FRAME_TIME * NSEC_PER_MSEC;
 const int ENTRY_QUIT = 5;
 const int QUIT_FRAMES = 200;				// more than the quit click needs to reach the game
+const uint64_t REPORT_STEPS = 200;			// online steps between two lines on how the line goes
 
 // The steps of the program on the real clock, one every 15 msec, as the game's frame loop paces them.
 class cPacer {
@@ -46,7 +49,8 @@ bool PlayAsHost( cHeadlessGame &headless, const cNetSession &session, const cOnl
 	cGameSetup setup = options.setup;
 	setup.players = 2;
 	setup.localPlayer = 0;
-	setup.inputDelay = static_cast<int>( session.GetFigures().delay );
+	// A delay that follows the line may grow during the game: the clicks wait for the longest.
+	setup.inputDelay = static_cast<int>( options.delay > 0 ? options.delay : cPacket::MAX_DELAY );
 	cAutoplayGame autoplay( headless );
 	cGameResult result;
 	const bool played = autoplay.Play( setup, result );
@@ -78,6 +82,17 @@ void PlayAsPartner( cHeadlessGame &headless, const cNetSession &session, const c
 	}
 }
 
+// The out-of-step test's build plays one extra step of its own at the step that KMVT_SKEW_AT_STEP
+// names, a rule its partner does not play; every other build plays the same game as its partner.
+uint64_t GetSkewStep() {
+#if KMVT_ONLINE_SKEW
+	const char *step = std::getenv( "KMVT_SKEW_AT_STEP" );
+	return step != nullptr ? std::strtoull( step, nullptr, 10 ) : 0;
+#else
+	return 0;
+#endif
+}
+
 }
 
 int PlayOnline( const cOnlineOptions &options ) {
@@ -105,6 +120,7 @@ int PlayOnline( const cOnlineOptions &options ) {
 		}
 	} letGo { headless };
 	cPacer pacer( time );
+	const uint64_t skewStep = GetSkewStep();
 	// One step of the game each call, however long the partner keeps it waiting; false once the
 	// online game is over.
 	headless.SetStepRunner( [&]( cGame &game ) {
@@ -113,6 +129,15 @@ int PlayOnline( const cOnlineOptions &options ) {
 		while ( going && session.IsOnline() && session.GetFigures().steps == before ) {
 			pacer.Wait();
 			going = session.Step( game );
+		}
+		const cNetFigures &figures = session.GetFigures();
+		if ( skewStep != 0 && before < skewStep && figures.steps >= skewStep ) {
+			game.Step();
+		}
+		if ( figures.steps / REPORT_STEPS != before / REPORT_STEPS ) {
+			std::printf( "Online step %" PRIu64 ": input delay %u, round trip %u ms, %" PRIu64 " step times waited\n",
+						 figures.steps, figures.delay, figures.roundTrip, figures.waitedSlots );
+			std::fflush( stdout );
 		}
 		return going && session.IsOnline();
 	} );
@@ -141,10 +166,11 @@ int PlayOnline( const cOnlineOptions &options ) {
 	const double seconds = static_cast<double>( time.GetNanoseconds() - onlineStart ) / 1e9;
 	session.Close( headless.GetGame() );
 	const cNetFigures &figures = session.GetFigures();
-	std::printf( "Online game over (%s): %" PRIu64 " steps in %.1f s (%.2f steps/s), input delay %u, round trip %u ms, %" PRIu64
+	const double meanDelay = figures.steps > 0 ? static_cast<double>( figures.delaySteps ) / static_cast<double>( figures.steps ) : 0.0;
+	std::printf( "Online game over (%s): %" PRIu64 " steps in %.1f s (%.2f steps/s), input delay %u (mean %.1f), round trip %u ms, %" PRIu64
 				 " step times waited, %" PRIu64 " bad packets; final state hash: %016" PRIx64 "\n",
 				 session.GetEndLine().c_str(), figures.steps, seconds, static_cast<double>( figures.steps ) / seconds,
-				 figures.delay, figures.roundTrip, figures.waitedSlots, figures.badPackets, figures.finalHash );
+				 figures.delay, meanDelay, figures.roundTrip, figures.waitedSlots, figures.badPackets, figures.finalHash );
 	const bool atMenu = gameState == STATE_MAIN_MENU && headless.GetGame().GetScene() == nullptr;
 	std::printf( "%s\n", atMenu ? "Back at the main menu, alone" : "Not back at the main menu" );
 	return atMenu && figures.steps > 0 ? 0 : 1;

@@ -7,7 +7,9 @@
 
 #include "app/Game.h"
 #include "log/Log.h"
+#include "log/Printable.h"
 #include "net/DataHash.h"
+#include "net/DelayControl.h"
 #include "net/Packet.h"
 
 namespace {
@@ -39,7 +41,7 @@ std::string cHandshake::Compare( const cHello &own, const cHello &partner ) {
 			   std::to_string( own.protocol ) + ": both need the same version";
 	}
 	if ( partner.version != own.version ) {
-		return "Partner runs version " + partner.version + ", this is " + own.version + ": both need the same version";
+		return "Partner runs version " + MakePrintable( partner.version ) + ", this is " + own.version + ": both need the same version";
 	}
 	if ( partner.dataHash != own.dataHash ) {
 		return "Partner has other game data (hash " + Hex( partner.dataHash ) + ", this is " + Hex( own.dataHash ) +
@@ -56,6 +58,5 @@ uint32_t cHandshake::ChooseDelay( uint32_t hostAsked, uint32_t partnerAsked, uin
 	if ( hostAsked > 0 || partnerAsked > 0 ) {
 		return hostAsked > 0 ? hostAsked : partnerAsked;
 	}
-	const uint32_t steps = roundTripMsec / cGame::FRAME_TIME + 1;
-	return std::min( steps, cPacket::MAX_DELAY );
+	return cDelayControl::ForRoundTrip( roundTripMsec, cPacket::MAX_DELAY );
 }

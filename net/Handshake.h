@@ -21,6 +21,7 @@ public:
 	// An empty text when the two machines can play together; otherwise the refusal line.
 	static std::string	Compare( const cHello &own, const cHello &partner );
 	// The host's --delay, else the partner's, else the least delay whose steps outlast the round
-	// trip as measured between two steps' reads of the link, which holds the wait for the read.
+	// trip as measured between two steps' reads of the link, which holds the wait for the read,
+	// with the margin for jitter; the game follows the line from there.
 	static uint32_t		ChooseDelay( uint32_t hostAsked, uint32_t partnerAsked, uint32_t roundTripMsec );
 };

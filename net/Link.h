@@ -22,6 +22,8 @@ public:
 		eEventKind				kind = NOTHING;
 		std::vector<uint8_t>	data;		// RECEIVED
 		std::string				why;		// DISCONNECTED
+		bool					refused = false;	// DISCONNECTED: the host turned this machine away
+		bool					newcomer = false;	// RECEIVED: from a machine that is not the partner
 	};
 
 	// The link over the network, made by its backend (ENet's, net/enet/) so that a program that
@@ -36,4 +38,10 @@ public:
 	virtual void		Send( eChannel channel, const std::vector<uint8_t> &bytes ) = 0;
 	// Leaves the partner once what was sent has gone out; a host goes on listening for another.
 	virtual void		Disconnect() = 0;
+	// A host whose partner has gone silent hears the first packet of a machine that connects
+	// (RECEIVED with newcomer): taken, the newcomer becomes the partner and the old one is left;
+	// not taken, or not answered before the next Poll, it is turned away.
+	virtual void		TakeNewcomer() {}
+	// A joiner that lost its host connects to it again, as a new connection.
+	virtual void		Reconnect() {}
 };

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "net/Lockstep.h"
 
+#include <algorithm>
 #include <cassert>
 
 cLockstep::cLockstep( uint32_t inputDelay )
-	: delay( inputDelay ), own( WINDOW ), partner( WINDOW ), acknowledged( inputDelay ), partnerHeld( inputDelay ) {
+	: firstDelay( inputDelay ), delay( inputDelay ), ownEnd( inputDelay ), own( WINDOW ), partner( WINDOW ),
+	  acknowledged( inputDelay ), partnerHeld( inputDelay ) {
 	assert( delay > 0 && delay < WINDOW / 2 );
 	for ( uint64_t step = 0; step < delay; step++ ) {
 		own[step].step = step;
@@ -15,17 +17,34 @@ cStepWindow cLockstep::GetWindow() const {
 	return { next > WINDOW ? next - WINDOW : 0, next + WINDOW };
 }
 
+// A longer delay holds the keys and the mouse's place over the steps it adds; motion, wheel and
+// clicks happen once.
+void cLockstep::SetDelay( uint32_t newDelay ) {
+	assert( newDelay > 0 && newDelay < WINDOW / 2 );
+	delay = newDelay;
+	cStepInput held = ownEnd > 0 ? own[( ownEnd - 1 ) % WINDOW].input : cStepInput();
+	held.mouse.dx = 0;
+	held.mouse.dy = 0;
+	held.mouse.wheel = 0;
+	while ( ownEnd < next + delay && ownEnd + 1 - acknowledged <= WINDOW ) {
+		own[ownEnd % WINDOW] = { ownEnd, held };
+		ownEnd++;
+	}
+}
+
 bool cLockstep::CanStep() const {
-	return partnerHeld > next && next + delay + 1 - acknowledged <= WINDOW && !IsOutOfStep();
+	return partnerHeld > next && std::max( ownEnd, next + delay + 1 ) - acknowledged <= WINDOW && !IsOutOfStep();
 }
 
 void cLockstep::Step( const cStepInput &sampled, cStepInput &ownInput, cStepInput &partnerInput ) {
 	assert( CanStep() );
-	cSlot &added = own[( next + delay ) % WINDOW];
-	added.step = next + delay;
-	added.input = sampled;
-	ownInput = next < delay ? cStepInput() : own[next % WINDOW].input;
-	partnerInput = next < delay ? cStepInput() : partner[next % WINDOW].input;
+	if ( next + delay >= ownEnd ) {
+		SetDelay( delay );
+		own[ownEnd % WINDOW] = { ownEnd, sampled };
+		ownEnd++;
+	}
+	ownInput = next < firstDelay ? cStepInput() : own[next % WINDOW].input;
+	partnerInput = next < firstDelay ? cStepInput() : partner[next % WINDOW].input;
 	next++;
 }
 
@@ -34,14 +53,14 @@ cNetMessage cLockstep::MakeInputs() const {
 	message.kind = NET_INPUTS;
 	message.inputs.acknowledged = partnerHeld;
 	message.inputs.first = acknowledged;
-	for ( uint64_t step = acknowledged; step < next + delay && message.inputs.inputs.size() < cPacket::MAX_INPUTS; step++ ) {
+	for ( uint64_t step = acknowledged; step < ownEnd && message.inputs.inputs.size() < cPacket::MAX_INPUTS; step++ ) {
 		message.inputs.inputs.push_back( own[step % WINDOW].input );
 	}
 	return message;
 }
 
 bool cLockstep::TakeInputs( const cInputRun &run ) {
-	if ( run.acknowledged > next + delay ) {
+	if ( run.acknowledged > ownEnd ) {
 		return false;
 	}
 	acknowledged = std::max( acknowledged, run.acknowledged );

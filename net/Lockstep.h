@@ -5,7 +5,10 @@
 // the input of step N + D (the input delay), so that it reaches the partner before the partner
 // needs it; the first D steps have no input on either side. Every input packet repeats the inputs
 // the partner has not acknowledged yet, so a lost packet costs nothing once a later one arrives,
-// and duplicated, late or reordered packets change nothing. After every HASH_EVERY steps each
+// and duplicated, late or reordered packets change nothing. The delay may change during the game:
+// a longer one repeats the last own input over the steps it adds, a shorter one drops the samples
+// that would land on steps already given, so every step keeps exactly one input of each side and
+// the partner needs to know nothing of it. After every HASH_EVERY steps each
 // machine sends its state's hash with its parts; a difference stops the online game, naming the
 // step and the first part that differs.
 
@@ -27,6 +30,12 @@ public:
 	explicit			cLockstep( uint32_t delay );
 
 	uint32_t			GetDelay() const { return delay; }
+	// From the next step on, sampled inputs belong delay steps later (1 to WINDOW / 2 - 1).
+	void				SetDelay( uint32_t delay );
+	// Own steps 0 .. GetOwnEnd() - 1 have their input.
+	uint64_t			GetOwnEnd() const { return ownEnd; }
+	// The partner holds own steps 0 .. GetAcknowledged() - 1.
+	uint64_t			GetAcknowledged() const { return acknowledged; }
 	uint64_t			GetStep() const { return next; }		// steps run
 	// The steps a packet from the partner may name now.
 	cStepWindow			GetWindow() const;
@@ -61,9 +70,11 @@ private:
 
 	void				Compare();
 
+	uint32_t			firstDelay;			// the steps before it have no input on either side
 	uint32_t			delay;
 	uint64_t			next = 0;
-	std::vector<cSlot>	own;				// steps acknowledged .. next + delay - 1
+	uint64_t			ownEnd;				// one past the last own input given
+	std::vector<cSlot>	own;				// steps acknowledged .. ownEnd - 1
 	std::vector<cSlot>	partner;			// steps next .. next + WINDOW - 1, as they come
 	uint64_t			acknowledged;		// the partner holds own steps 0 .. acknowledged - 1
 	uint64_t			partnerHeld;		// partner's steps 0 .. partnerHeld - 1 are here or run

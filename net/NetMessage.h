@@ -9,7 +9,11 @@
 //           and how many of the partner's steps this machine holds without a gap
 //   HASH    the state's hash after a step, with its parts, and their names when they changed
 //   PING    a keep-alive and a round-trip probe; PONG answers it with the same time
-//   BYE     this machine leaves: its player closed the game, or its game quit after a step
+//   DELAY   from the host: the input delay changes, from a step ahead on
+//   RESUME  from a joiner that lost its connection and connects again: the token of the game's
+//           START, which proves it is the same partner
+//   BYE     this machine leaves: its player closed the game, its game quit after a step, it refused
+//           the partner, or it found the two games out of step (at which step, in which part)
 
 #include <cstdint>
 #include <string>
@@ -25,10 +29,12 @@ enum eNetMessage : uint8_t {
 	NET_PING,
 	NET_PONG,
 	NET_BYE,
+	NET_DELAY,
+	NET_RESUME,
 	NET_MESSAGE_END		// one past the last kind
 };
 
-enum eByeReason : uint8_t { BYE_CLOSED, BYE_QUIT, BYE_REFUSED, BYE_REASON_END };
+enum eByeReason : uint8_t { BYE_CLOSED, BYE_QUIT, BYE_REFUSED, BYE_OUT_OF_STEP, BYE_REASON_END };
 
 struct cHello {
 	uint64_t			protocol = 0;
@@ -42,6 +48,12 @@ struct cStart {
 	uint32_t			delay = 0;			// steps
 	uint32_t			startTick = 0;		// msec: the tick count of the first online step
 	int64_t				startCalendar = 0;	// seconds: the calendar second of the first online step
+	uint64_t			token = 0;			// the partner's proof when it connects again
+};
+
+struct cDelayChange {
+	uint64_t			step = 0;			// the first step with the new delay
+	uint32_t			delay = 0;			// steps
 };
 
 struct cInputRun {
@@ -64,7 +76,10 @@ struct cNetMessage {
 	cStart				start;
 	cInputRun			inputs;
 	cHashReport			hash;
+	cDelayChange		delayChange;
 	uint32_t			time = 0;			// PING, PONG: the sender's msec
+	uint64_t			token = 0;			// RESUME
 	eByeReason			reason = BYE_CLOSED;
-	uint64_t			lastStep = 0;		// BYE_QUIT: the step whose game quit
+	uint64_t			lastStep = 0;		// BYE_QUIT: the step whose game quit; BYE_OUT_OF_STEP: the hash's step
+	std::string			part;				// BYE_OUT_OF_STEP: the first part that differs
 };

@@ -3,11 +3,15 @@
 
 #include <cinttypes>
 #include <cstdio>
+#include <random>
 
 #include "app/Game.h"
 #include "actors/GameState.h"
 #include "app/StateHash.h"
+#include "input/KeyCodes.h"
 #include "log/Log.h"
+#include "log/Printable.h"
+#include "net/DelayControl.h"
 #include "net/Handshake.h"
 #include "net/Lockstep.h"
 #include "net/Packet.h"
@@ -27,7 +31,7 @@ const char *const OUT_OF_STEP_FILE = "out-of-step.kmr";
 // The log and the terminal.
 void Say( const std::string &line ) {
 	cLog::Write( line.c_str() );
-	std::fprintf( stderr, "%s\n", line.c_str() );
+	std::fprintf( stderr, "%s\n", MakePrintable( line ).c_str() );
 }
 
 std::string GetLogFolder() {
@@ -42,7 +46,6 @@ cNetSession::cNetSession( cLink &link, eRole role, const cHello &hello, const st
 						  cInputBackend &platformInput, cClock &platformClock, cPacingClock &time )
 	: link( link ), role( role ), hello( hello ), recordPath( recordPath ), input( platformInput ),
 	  clock( platformClock ), time( time ), phase( role == HOST ? ALONE : HANDSHAKE ), started( Now() ) {
-	lastHeard = started;
 }
 
 cNetSession::~cNetSession() = default;
@@ -59,13 +62,46 @@ bool cNetSession::IsWaiting() const {
 	return role == JOIN && phase != ENDED && now - started > WAIT_PICTURE_TIME;
 }
 
+std::string cNetSession::FindLoss( int64_t now ) const {
+	const std::string grace = std::to_string( PARTNER_LOST_TIME / 1000 ) + " seconds";
+	switch ( phase ) {
+		case HANDSHAKE:
+		case PROBING:
+			if ( !connected ) {
+				return now - started > CONNECT_TIME ? "Partner lost: no answer from the host" : "";
+			}
+			return now - connectedAt > HANDSHAKE_TIME
+					   ? "Partner lost: no handshake within " + std::to_string( HANDSHAKE_TIME / 1000 ) + " seconds"
+					   : "";
+		case READY:
+			return now - lastHeard > PARTNER_LOST_TIME ? "Partner lost: nothing heard from the partner for " + grace : "";
+		case ONLINE:
+			return now - lastProgress > PARTNER_LOST_TIME ? "Partner lost: no new input from the partner for " + grace : "";
+		default:
+			return "";
+	}
+}
+
+int cNetSession::GetConnectionLostSeconds() const {
+	const int64_t silent = Now() - lastHeard;
+	if ( phase != ONLINE || silent <= CONNECTION_LOST_TIME ) {
+		return -1;
+	}
+	const int64_t left = PARTNER_LOST_TIME - ( Now() - lastProgress );
+	return static_cast<int>( std::max<int64_t>( left, 0 ) + 999 ) / 1000;
+}
+
 bool cNetSession::Step( cGame &game ) {
 	Hear( game );
 	const int64_t now = Now();
-	const bool partnerExpected = phase != ALONE && phase != ENDED && partnerQuitAt == 0;
-	if ( partnerExpected && now - lastHeard > PARTNER_LOST_TIME ) {
-		End( game, connected ? "Partner lost: nothing heard from the partner for 10 seconds"
-							 : "Partner lost: no answer from the host" );
+	const std::string loss = FindLoss( now );
+	if ( !loss.empty() ) {
+		End( game, loss );
+	}
+	TryToReconnect( now );
+	// Escape while the partner is silent gives up waiting for it; the frozen game reads no keys.
+	if ( GetConnectionLostSeconds() >= 0 && input.Sample().IsKeyDown( KEY_ESCAPE ) ) {
+		End( game, "Partner lost: this player stopped waiting" );
 	}
 	if ( phase == PROBING && now - lastSent >= PROBE_TIME ) {
 		SendPing();
@@ -78,6 +114,7 @@ bool cNetSession::Step( cGame &game ) {
 		start.start.delay = delay;
 		start.start.startTick = clock.GetTickCount();
 		start.start.startCalendar = clock.GetCalendarTime();
+		start.start.token = std::random_device()() * 0x100000000ull + std::random_device()();
 		Send( cLink::RELIABLE, start );
 		Begin( game, start.start );
 	}
@@ -93,28 +130,86 @@ bool cNetSession::Step( cGame &game ) {
 void cNetSession::Hear( cGame &game ) {
 	for ( cLink::cEvent event = link.Poll(); event.kind != cLink::NOTHING; event = link.Poll() ) {
 		if ( event.kind == cLink::CONNECTED ) {
-			phase = HANDSHAKE;
-			connected = true;
-			lastHeard = Now();
-			figures.badPackets = 0;
-			cNetMessage message;
-			message.kind = NET_HELLO;
-			message.hello = hello;
-			Send( cLink::RELIABLE, message );
+			Connect();
+		} else if ( event.kind == cLink::RECEIVED && event.newcomer ) {
+			TakeNewcomer( event.data );
 		} else if ( event.kind == cLink::RECEIVED ) {
-			lastHeard = Now();
 			Take( game, event.data );
-		} else if ( phase != ALONE && phase != ENDED && !( phase == ONLINE && partnerQuitAt != 0 ) ) {
-			End( game, "Partner lost: " + event.why );
+		} else {
+			LoseConnection( game, event );
 		}
 	}
 }
 
-void cNetSession::Take( cGame &game, const std::vector<uint8_t> &bytes ) {
-	const cStepWindow window = lockstep ? lockstep->GetWindow() : cStepWindow { 0, cLockstep::WINDOW };
+// Only a host that has no partner and a joiner that waits for its host take a connection; a joiner
+// that connected again says it is the partner of this game.
+void cNetSession::Connect() {
+	if ( role == JOIN && phase == ONLINE && reconnecting ) {
+		cNetMessage resume;
+		resume.kind = NET_RESUME;
+		resume.token = token;
+		Send( cLink::RELIABLE, resume );
+		reconnecting = false;
+		return;
+	}
+	if ( connected || ( role == HOST ? phase != ALONE : phase != HANDSHAKE ) ) {
+		return;
+	}
+	phase = HANDSHAKE;
+	connected = true;
+	connectedAt = Now();
+	lastHeard = connectedAt;
+	figures.badPackets = 0;
+	cNetMessage message;
+	message.kind = NET_HELLO;
+	message.hello = hello;
+	Send( cLink::RELIABLE, message );
+}
+
+void cNetSession::TakeNewcomer( const std::vector<uint8_t> &bytes ) {
 	cNetMessage message;
 	std::string why;
+	if ( phase == ONLINE && role == HOST && cPacket::Read( bytes.data(), bytes.size(), { 0, 0 }, message, why ) &&
+		 message.kind == NET_RESUME && message.token == token ) {
+		link.TakeNewcomer();
+		cLog::Write( "The partner connected again" );
+	}
+}
+
+// Online, a connection that breaks is the line's trouble, not the end: the joiner connects again
+// (turned away while the host still hears its old connection, it tries again), and the grace
+// decides. Before, it ends the partner.
+void cNetSession::LoseConnection( cGame &game, const cLink::cEvent &event ) {
+	if ( event.refused && phase != ENDED && phase != ONLINE ) {
+		End( game, "Refused by the host: " + event.why );
+	} else if ( phase == ONLINE && partnerQuitAt == 0 ) {
+		cLog::Write( ( "Connection to the partner lost: " + event.why ).c_str() );
+		lastReconnect = 0;
+	} else if ( phase != ALONE && phase != ENDED && phase != ONLINE ) {
+		End( game, "Partner lost: " + event.why );
+	}
+}
+
+void cNetSession::TryToReconnect( int64_t now ) {
+	if ( role != JOIN || phase != ONLINE || partnerQuitAt != 0 || now - lastHeard <= RECONNECT_TIME ||
+		 now - lastReconnect <= RECONNECT_TIME ) {
+		return;
+	}
+	lastReconnect = now;
+	reconnecting = true;
+	link.Reconnect();
+}
+
+// A packet that names steps already run is late, not broken: the lockstep has no use for it.
+void cNetSession::Take( cGame &game, const std::vector<uint8_t> &bytes ) {
+	const cStepWindow window = { 0, lockstep ? lockstep->GetWindow().high : cLockstep::WINDOW };
+	cNetMessage message;
+	std::string why;
+	if ( phase == ALONE || phase == ENDED ) {
+		return;
+	}
 	if ( cPacket::Read( bytes.data(), bytes.size(), window, message, why ) ) {
+		lastHeard = Now();
 		Handle( game, message );
 	} else {
 		Drop( game, why );
@@ -153,20 +248,27 @@ void cNetSession::Handle( cGame &game, const cNetMessage &message ) {
 				Begin( game, message.start );
 			}
 			break;
+		case NET_DELAY:
+			if ( role == JOIN && phase == ONLINE ) {
+				TakeDelayChange( message.delayChange );
+			}
+			break;
 		case NET_INPUTS:
-			if ( phase == ONLINE && !lockstep->TakeInputs( message.inputs ) ) {
-				Drop( game, "an acknowledgement of steps never sent" );
+			if ( phase == ONLINE ) {
+				TakeInputs( game, message.inputs );
 			}
 			break;
 		case NET_HASH:
 			if ( phase == ONLINE && !lockstep->TakePartnerHash( message.hash ) ) {
 				Drop( game, "a hash whose parts have no names" );
 			} else if ( phase == ONLINE && lockstep->IsOutOfStep() ) {
-				GoOutOfStep( game );
+				FindOutOfStep( game );
 			}
 			break;
 		case NET_BYE:
-			if ( phase == ONLINE && message.reason == BYE_QUIT ) {
+			if ( phase == ONLINE && message.reason == BYE_OUT_OF_STEP ) {
+				GoOutOfStep( game, message.lastStep, MakePrintable( message.part ) );
+			} else if ( phase == ONLINE && message.reason == BYE_QUIT ) {
 				partnerQuitAt = message.lastStep;
 			} else if ( phase != ALONE && phase != ENDED && message.reason != BYE_REFUSED ) {
 				End( game, "Partner lost: the partner closed the game" );
@@ -223,10 +325,17 @@ void cNetSession::SendPing() {
 // Both games begin again from the main menu, on the agreed clock and the shared input, recorded.
 void cNetSession::Begin( cGame &game, const cStart &start ) {
 	delay = start.delay;
+	token = start.token;
+	reconnecting = false;
+	lastReconnect = 0;
 	figures.delay = delay;
 	figures.steps = 0;
 	figures.waitedSlots = 0;
 	lockstep = std::make_unique<cLockstep>( delay );
+	delayControl = std::make_unique<cDelayControl>( delay, cPacket::MAX_DELAY );
+	delayFixed = role == JOIN || hello.delay > 0 || partnerHello.delay > 0;
+	pendingChange = cDelayChange();
+	figures.delaySteps = 0;
 	clock.Agree( start.startTick, start.startCalendar );
 	input.SetPlayer( role == HOST ? HOST_PLAYER : PARTNER_PLAYER );
 	recorder = std::make_unique<cRecorder>( input, clock );
@@ -237,6 +346,8 @@ void cNetSession::Begin( cGame &game, const cStart &start ) {
 	owed = 0;
 	partnerQuitAt = 0;
 	lastStep = Now();
+	lastProgress = lastStep;
+	lastHeard = lastStep;
 	std::printf( "Online game with the partner: input delay %u steps, round trip %u ms\n", delay, figures.roundTrip );
 	std::fflush( stdout );
 }
@@ -247,6 +358,12 @@ bool cNetSession::RunSteps( cGame &game ) {
 	bool going = true;
 	while ( going && owed > 0 && phase == ONLINE && lockstep->CanStep() ) {
 		owed--;
+		if ( pendingChange.step != 0 && lockstep->GetStep() >= pendingChange.step ) {
+			lockstep->SetDelay( pendingChange.delay );
+			delayControl->Switched( pendingChange.delay, Now() );
+			figures.delay = pendingChange.delay;
+			pendingChange = cDelayChange();
+		}
 		going = RunStep( game );
 	}
 	if ( phase != ONLINE ) {
@@ -254,6 +371,9 @@ bool cNetSession::RunSteps( cGame &game ) {
 	}
 	figures.waitedSlots += owed > 0 ? 1 : 0;
 	Send( cLink::UNRELIABLE, lockstep->MakeInputs() );
+	delayControl->Sent( lockstep->GetOwnEnd() - 1, Now() );
+	delayControl->Slot( owed > 0, Now() );
+	FollowLine();
 	if ( partnerQuitAt != 0 && lockstep->GetStep() >= partnerQuitAt ) {
 		End( game, "Partner lost: the partner's game quit at step " + std::to_string( partnerQuitAt ) +
 					   ", this one did not" );
@@ -271,7 +391,9 @@ bool cNetSession::RunStep( cGame &game ) {
 	const bool going = game.Step();
 	recorder->EndStep();
 	lastStep = Now();
+	lastProgress = lastStep;
 	figures.steps++;
+	figures.delaySteps += lockstep->GetDelay();
 	if ( !going ) {
 		Quit( game );
 		return role != HOST;
@@ -279,10 +401,35 @@ bool cNetSession::RunStep( cGame &game ) {
 	if ( cLockstep::IsHashStep( step + 1 ) ) {
 		Send( cLink::RELIABLE, lockstep->TakeOwnHash( cCheckpoint::Take( step + 1, cStateHash( game ) ) ) );
 		if ( lockstep->IsOutOfStep() ) {
-			GoOutOfStep( game );
+			FindOutOfStep( game );
 		}
 	}
 	return true;
+}
+
+void cNetSession::FollowLine() {
+	const int64_t roundTrip = delayControl->GetRoundTrip();
+	figures.roundTrip = roundTrip > 0 ? static_cast<uint32_t>( roundTrip ) : figures.roundTrip;
+	if ( delayFixed || pendingChange.step != 0 ) {
+		return;
+	}
+	const uint32_t wanted = delayControl->Choose( Now() );
+	if ( wanted == lockstep->GetDelay() ) {
+		return;
+	}
+	cNetMessage message;
+	message.kind = NET_DELAY;
+	message.delayChange = { lockstep->GetStep() + lockstep->GetDelay() + cDelayControl::LEAD, wanted };
+	Send( cLink::RELIABLE, message );
+	TakeDelayChange( message.delayChange );
+}
+
+// A change that comes after its step is made at once: the steps' inputs stay whole either way.
+void cNetSession::TakeDelayChange( const cDelayChange &change ) {
+	pendingChange = change;
+	pendingChange.step = std::max<uint64_t>( change.step, 1 );
+	cLog::Write( ( "The input delay becomes " + std::to_string( change.delay ) + " steps at step " +
+				   std::to_string( change.step ) ).c_str() );
 }
 
 // The host's click on quit ends both games at the same step; the partner still needs this side's
@@ -297,9 +444,31 @@ void cNetSession::Quit( cGame &game ) {
 	End( game, role == HOST ? "The online game ended: this player quit" : "The host quit the game" );
 }
 
-void cNetSession::GoOutOfStep( cGame &game ) {
-	const std::string line = "Game went out of step with the partner at step " +
-							 std::to_string( lockstep->GetOutOfStepStep() ) + " (part " + lockstep->GetOutOfStepPart() + ")";
+void cNetSession::TakeInputs( cGame &game, const cInputRun &run ) {
+	const uint64_t held = lockstep->GetPartnerInputs();
+	if ( !lockstep->TakeInputs( run ) ) {
+		Drop( game, "an acknowledgement of steps never sent" );
+		return;
+	}
+	delayControl->Acknowledged( lockstep->GetAcknowledged(), Now() );
+	if ( lockstep->GetPartnerInputs() > held ) {
+		lastProgress = Now();
+	}
+}
+
+// The partner learns it before this machine leaves, so that both tell the same.
+void cNetSession::FindOutOfStep( cGame &game ) {
+	cNetMessage bye;
+	bye.kind = NET_BYE;
+	bye.reason = BYE_OUT_OF_STEP;
+	bye.lastStep = lockstep->GetOutOfStepStep();
+	bye.part = lockstep->GetOutOfStepPart();
+	Send( cLink::RELIABLE, bye );
+	GoOutOfStep( game, bye.lastStep, bye.part );
+}
+
+void cNetSession::GoOutOfStep( cGame &game, uint64_t step, const std::string &part ) {
+	const std::string line = "Game went out of step with the partner at step " + std::to_string( step ) + " (part " + part + ")";
 	End( game, line, GetLogFolder() + "/" + OUT_OF_STEP_FILE );
 }
 
@@ -320,6 +489,7 @@ void cNetSession::End( cGame &game, const std::string &line, const std::string &
 		game.Restart( &input );
 		recorder.reset();
 		lockstep.reset();
+		delayControl.reset();
 	}
 	phase = role == HOST ? ALONE : ENDED;
 	connected = false;

@@ -90,6 +90,7 @@ std::vector<uint8_t> cPacket::Write( const cNetMessage &message ) {
 			out.PutVarint( message.start.delay );
 			out.PutWord32( message.start.startTick );
 			out.PutSigned( message.start.startCalendar );
+			out.PutWord64( message.start.token );
 			break;
 		case NET_INPUTS: {
 			const cInputRun &run = message.inputs;
@@ -132,9 +133,19 @@ std::vector<uint8_t> cPacket::Write( const cNetMessage &message ) {
 		case NET_PONG:
 			out.PutWord32( message.time );
 			break;
+		case NET_DELAY:
+			out.PutVarint( message.delayChange.step );
+			out.PutVarint( message.delayChange.delay );
+			break;
+		case NET_RESUME:
+			out.PutWord64( message.token );
+			break;
 		case NET_BYE:
 			out.PutByte( message.reason );
 			out.PutVarint( message.lastStep );
+			if ( message.reason == BYE_OUT_OF_STEP ) {
+				out.PutString( message.part );
+			}
 			break;
 		default:
 			break;
@@ -282,7 +293,7 @@ bool cPacket::Read( const uint8_t *data, size_t size, const cStepWindow &window,
 			break;
 		case NET_START:
 			read = GetBounded( in, value, MAX_DELAY, "a delay" ) && in.GetWord32( message.start.startTick ) &&
-				   in.GetSigned( message.start.startCalendar );
+				   in.GetSigned( message.start.startCalendar ) && in.GetWord64( message.start.token );
 			message.start.delay = static_cast<uint32_t>( value );
 			read = read && ( message.start.delay > 0 || in.Fail( "a delay of 0 steps" ) );
 			break;
@@ -296,11 +307,21 @@ bool cPacket::Read( const uint8_t *data, size_t size, const cStepWindow &window,
 		case NET_PONG:
 			read = in.GetWord32( message.time );
 			break;
+		case NET_DELAY:
+			read = ReadStep( in, window, message.delayChange.step, "delay change at step" ) &&
+				   GetBounded( in, value, MAX_DELAY, "a delay" ) && ( value > 0 || in.Fail( "a delay of 0 steps" ) );
+			message.delayChange.delay = static_cast<uint32_t>( value );
+			break;
+		case NET_RESUME:
+			read = in.GetWord64( message.token );
+			break;
 		case NET_BYE:
 			read = in.GetByte( kind ) && ( kind < BYE_REASON_END || in.Fail( "an unknown reason to leave" ) );
 			message.reason = static_cast<eByeReason>( kind );
-			read = read && ( message.reason == BYE_QUIT ? ReadStep( in, window, message.lastStep, "last step" )
-													   : GetBounded( in, message.lastStep, 0, "a last step" ) );
+			read = read && ( message.reason == BYE_QUIT || message.reason == BYE_OUT_OF_STEP
+								 ? ReadStep( in, window, message.lastStep, "last step" )
+								 : GetBounded( in, message.lastStep, 0, "a last step" ) );
+			read = read && ( message.reason != BYE_OUT_OF_STEP || in.GetString( message.part, MAX_NAME ) );
 			break;
 		default:
 			break;

@@ -35,9 +35,10 @@ std::vector<std::string> cNoticePicture::Wrap( const std::string &text, size_t c
 }
 
 // Each line centred, the last one at the foot of the screen; a character the sheet lacks shows as '?'.
-void cNoticePicture::DrawOver( cGraphicsBackend &frame, cTexture *picture ) {
+void cNoticePicture::DrawOver( cGraphicsBackend &frame, const std::vector<cTexture *> &pictures ) {
+	cTexture *picture = pictures[0];
 	int32_t sheetWidth = 0, sheetHeight = 0;
-	if ( text.empty() || gameState != STATE_MAIN_MENU || !frame.GetTextureSize( picture, sheetWidth, sheetHeight ) ) {
+	if ( picture == nullptr || text.empty() || gameState != STATE_MAIN_MENU || !frame.GetTextureSize( picture, sheetWidth, sheetHeight ) ) {
 		return;
 	}
 	const int width = sheetWidth / COLUMNS;

@@ -20,7 +20,7 @@ public:
 	static const int	SCREEN_HEIGHT = 480;
 	static const int	MARGIN = 4;			// pixels kept free at the screen's edges
 
-	cNoticePicture( cGraphicsBackend &platform, const std::string &dataRoot ) : cOverlayPicture( platform, dataRoot, FILE ) {}
+	cNoticePicture( cGraphicsBackend &platform, const std::string &dataRoot ) : cOverlayPicture( platform, dataRoot, { FILE } ) {}
 
 	// The text shown from the next frame on, empty for none; true when it changed.
 	bool				Show( const std::string &text );
@@ -29,7 +29,7 @@ public:
 	static std::vector<std::string> Wrap( const std::string &text, size_t columns );
 
 protected:
-	void				DrawOver( cGraphicsBackend &frame, cTexture *picture ) override;
+	void				DrawOver( cGraphicsBackend &frame, const std::vector<cTexture *> &pictures ) override;
 
 private:
 	std::string			text;

@@ -3,21 +3,31 @@
 
 #include "log/Log.h"
 
+cOverlayPicture::cOverlayPicture( cGraphicsBackend &platform, const std::string &dataRoot,
+								  std::initializer_list<const char *> files )
+	: platform( platform ), pictures( files.size(), nullptr ) {
+	for ( const char *file : files ) {
+		paths.push_back( dataRoot + file );
+	}
+}
+
 bool cOverlayPicture::CreateDevice( bool fullscreen ) {
 	created = platform.CreateDevice( fullscreen );
-	if ( created ) {
-		picture = platform.LoadTexture( path.c_str(), false, 0 );
-		if ( picture == nullptr ) {
-			cLog::Write( ( "Error loading picture " + path + ": " + platform.GetErrorText() ).c_str() );
+	for ( size_t i = 0; created && i < paths.size(); i++ ) {
+		pictures[i] = platform.LoadTexture( paths[i].c_str(), false, 0 );
+		if ( pictures[i] == nullptr ) {
+			cLog::Write( ( "Error loading picture " + paths[i] + ": " + platform.GetErrorText() ).c_str() );
 		}
 	}
 	return created;
 }
 
 void cOverlayPicture::ReleaseOwnDevice() {
-	if ( picture != nullptr ) {
-		platform.ReleaseTexture( picture );
-		picture = nullptr;
+	for ( cTexture *&picture : pictures ) {
+		if ( picture != nullptr ) {
+			platform.ReleaseTexture( picture );
+			picture = nullptr;
+		}
 	}
 	if ( created ) {
 		platform.ReleaseDevice();
@@ -26,8 +36,6 @@ void cOverlayPicture::ReleaseOwnDevice() {
 }
 
 void cOverlayPicture::EndFrame() {
-	if ( picture != nullptr ) {
-		DrawOver( platform, picture );
-	}
+	DrawOver( platform, pictures );
 	platform.EndFrame();
 }

@@ -1,19 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cOverlayPicture stands between the graphics layer and the platform's backend, passes everything
-// through, and lays something drawn from a picture of its own over the frame last, just before the
-// frame is presented, so that the game's picture stays visible around it. The picture (a file under
-// the data's folder) loads with the device; a missing one is named in the log, and the game goes
-// on without the overlay.
+// through, and lays something drawn from pictures of its own over the frame last, just before the
+// frame is presented, so that the game's picture stays visible around it. The pictures (files under
+// the data's folder) load with the device; a missing one is named in the log, and the game goes on
+// without what it would have drawn.
 
+#include <initializer_list>
 #include <string>
+#include <vector>
 
 #include "graphics/GraphicsBackend.h"
 
 class cOverlayPicture : public cGraphicsBackend {
 public:
-	cOverlayPicture( cGraphicsBackend &platform, const std::string &dataRoot, const char *file )
-		: platform( platform ), path( dataRoot + file ) {}
+	cOverlayPicture( cGraphicsBackend &platform, const std::string &dataRoot, std::initializer_list<const char *> files );
 	~cOverlayPicture() override { ReleaseOwnDevice(); }
 
 	bool				CreateDevice( bool fullscreen ) override;
@@ -44,14 +45,15 @@ public:
 protected:
 	static const uint32_t WHITE = 0xFFFFFFFF;
 
-	// Draws the overlay into the frame with the picture, when it is to be seen.
-	virtual void		DrawOver( cGraphicsBackend &frame, cTexture *picture ) = 0;
+	// Draws the overlay into the frame, when it is to be seen, with the pictures in the order of
+	// their files; one that could not be loaded is null.
+	virtual void		DrawOver( cGraphicsBackend &frame, const std::vector<cTexture *> &pictures ) = 0;
 
 private:
 	void				ReleaseOwnDevice();
 
 	cGraphicsBackend &	platform;
-	std::string			path;
-	cTexture *			picture = nullptr;
+	std::vector<std::string>	paths;
+	std::vector<cTexture *>		pictures;
 	bool				created = false;
 };

@@ -61,6 +61,10 @@ bool cSession::IsWaitingForPartner() const {
 	return online && online->IsWaiting();
 }
 
+int cSession::GetConnectionLostSeconds() const {
+	return online ? online->GetConnectionLostSeconds() : -1;
+}
+
 void cSession::Watch( const cGame &game ) {
 	watched = &game;
 	if ( recorder ) {

@@ -42,6 +42,8 @@ public:
 	void				OpenOnline( const cCommandLine &line, cLink &link, const cHello &hello, cPacingClock &time );
 	// The online game has waited for the partner for more than a second.
 	bool				IsWaitingForPartner() const;
+	// The seconds of grace left while the partner is silent; -1 while it is heard.
+	int					GetConnectionLostSeconds() const;
 	cInputBackend &		GetInput() { return *input; }
 	cSoundBackend *		GetSound() { return sound; }
 	cClock &			GetClock() { return *clock; }

@@ -92,7 +92,7 @@ public:
 	bool Step() override { return session.Step( game ); }
 	bool IsFrameWanted() override {
 		const Uint32 unseen = SDL_WINDOW_HIDDEN | SDL_WINDOW_MINIMIZED;
-		const bool waitingChanged = waiting.Show( session.IsWaitingForPartner() );
+		const bool waitingChanged = waiting.Show( session.IsWaitingForPartner(), session.GetConnectionLostSeconds() );
 		const bool noticeChanged = portMapping != nullptr && notice.Show( portMapping->GetLine() );
 		return ( SDL_GetWindowFlags( window.GetWindow() ) & unseen ) == 0 &&
 			   ( picture.IsChanged( game ) || waitingChanged || noticeChanged );

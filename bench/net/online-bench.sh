@@ -2,9 +2,11 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Online play on this machine's loopback: two autoplay programs (a bot a machine) play 2,000 steps
 # of a two-player game through the impairment relay at round trips of 0, 50, 100 and 200 ms, each
-# without and with 5 % loss, and a table row per run: the input delay chosen at connect, the steps
-# per second held, the step times waited, the bytes per second each way (UDP payload, counted by
-# the relay) and the time from the partner's start to the shared main menu.
+# without and with 5 % loss, and a table row per run: the input delay (at the end, and its mean
+# over the steps when it moved), the steps per second held, the step times waited (and per 100
+# steps), the bytes per second each way (UDP payload, counted by the relay) and the time from the
+# partner's start to the shared main menu. KMVT_ONLINE_TRIPS, KMVT_ONLINE_LOSSES and
+# KMVT_ONLINE_JITTER (ms either way) choose other lines.
 #   bench/net/online-bench.sh AUTOPLAY RELAY RESOURCES
 set -euo pipefail
 autoplay=$1 relay=$2 resources=$3
@@ -21,22 +23,28 @@ rate() { sed -n "s/.*$1 [0-9]* bytes in [0-9]* packets (\([0-9]*\) B\/s).*/\1/p"
 after() { awk -v phrase="$2" 'index($0, phrase) { rest = substr($0, index($0, phrase) + length(phrase));
   if (match(rest, /[0-9]+(\.[0-9]+)?/)) { print substr(rest, RSTART, RLENGTH); exit } }' "$1"; }
 
-echo "| round trip | loss | input delay D | steps | steps/s | step times waited | bytes/s host to partner | bytes/s partner to host | --join to the shared main menu |"
-echo "|---|---|---|---|---|---|---|---|---|"
+jitter=${KMVT_ONLINE_JITTER:-0}
+echo "| round trip | jitter | loss | input delay D | mean D | steps | steps/s | step times waited | per 100 steps | bytes/s host to partner | bytes/s partner to host | --join to the shared main menu |"
+echo "|---|---|---|---|---|---|---|---|---|---|---|---|"
 for trip in ${KMVT_ONLINE_TRIPS:-0 50 100 200}; do
-  for loss in 0 5; do
+  for loss in ${KMVT_ONLINE_LOSSES:-0 5}; do
     port=$(( port + 2 ))
     ( cd "$work/host" && exec "$autoplay" --host=$port --players=2 --difficulty=1 --frames=2000 > out.txt 2> err.txt ) &
     host=$!
-    "$relay" $(( port + 1 )) $port --delay=$(( trip / 2 )) --loss=$loss --seed=11 --idle=5 > "$work/relay.txt" &
+    "$relay" $(( port + 1 )) $port --delay=$(( trip / 2 )) --jitter=$(( jitter / 2 )) --loss=$loss --seed=11 --idle=5 > "$work/relay.txt" &
     relay_pid=$!
     ( cd "$work/partner" && exec "$autoplay" --join=127.0.0.1:$(( port + 1 )) > out.txt 2> err.txt ) &
     partner=$!
     wait $host $partner || true
     wait $relay_pid || true
     out=$work/host/out.txt
-    printf "| %s ms | %s %% | %s | %s | %s | %s | %s | %s | %s ms |\n" "$trip" "$loss" "$(after "$out" "input delay ")" \
-      "$(after "$out" "Online game over")" "$(after "$out" "s (")" "$(after "$out" "ms, ")" \
+    delay=$(sed -n 's/^Online game over .*input delay \([0-9]*\).*/\1/p' "$out")
+    mean=$(sed -n 's/^Online game over .*input delay [0-9]* (mean \([0-9.]*\)).*/\1/p' "$out")
+    steps=$(sed -n 's/^Online game over .*): \([0-9]*\) steps.*/\1/p' "$out")
+    waited=$(sed -n 's/^Online game over .* \([0-9]*\) step times waited.*/\1/p' "$out")
+    printf "| %s ms | ±%s ms | %s %% | %s | %s | %s | %s | %s | %s | %s | %s | %s ms |\n" "$trip" "$jitter" "$loss" "$delay" \
+      "${mean:-$delay}" "$steps" "$(after "$out" "s (")" "$waited" \
+      "$(awk -v w="${waited:-0}" -v s="${steps:-1}" 'BEGIN { printf "%.2f", 100 * w / s }')" \
       "$(rate "host to joiner" "$work/relay.txt")" "$(rate "joiner to host" "$work/relay.txt")" \
       "$(after "$work/partner/out.txt" "At the shared main menu ")"
   done

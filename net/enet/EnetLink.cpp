@@ -8,7 +8,7 @@
 
 namespace {
 
-const size_t PEERS = 4;				// the partner, one leaving, and room to turn others away
+const size_t PEERS = 8;				// the partner, one leaving, candidates, and room to turn others away
 const size_t CHANNELS = 2;
 
 enet_uint8 GetChannelId( cLink::eChannel channel ) {
@@ -104,45 +104,167 @@ bool cEnetLink::Join( const std::string &name, uint16_t port, std::string &why )
 	if ( !CreateHost( false, 0, why ) || !Resolve( name, address.host, why ) ) {
 		return false;
 	}
+	hostAddress = address.host;
+	hostPort = port;
 	partner = enet_host_connect( host, &address, CHANNELS, 0 );
 	if ( partner == nullptr ) {
 		why = "cannot connect to " + name;
 		return false;
 	}
-	enet_peer_timeout( partner, 0, TIMEOUT, TIMEOUT );
+	Watch( partner );
 	return true;
+}
+
+// Once connected: a command sent while connecting would break the connection's own handshake.
+void cEnetLink::Watch( ENetPeer *peer ) {
+	enet_peer_timeout( peer, 0, TIMEOUT, TIMEOUT );
+	if ( peer->state == ENET_PEER_STATE_CONNECTED ) {
+		enet_peer_throttle_configure( peer, ENET_PEER_PACKET_THROTTLE_INTERVAL, ENET_PEER_PACKET_THROTTLE_SCALE, 0 );
+	}
+}
+
+void cEnetLink::TurnAway( ENetPeer *&peer ) {
+	if ( peer != nullptr ) {
+		enet_peer_disconnect_now( peer, hosting ? BUSY : NOT_HOSTING );
+		peer = nullptr;
+	}
+}
+
+void cEnetLink::TakeNewcomer() {
+	if ( newcomer.peer == nullptr || !newcomerHeard ) {
+		return;
+	}
+	if ( partner != nullptr ) {
+		enet_peer_reset( partner );
+	}
+	partner = newcomer.peer;
+	partnerHeardAt = enet_time_get();
+	newcomer.peer = nullptr;
+	newcomerHeard = false;
+}
+
+void cEnetLink::Reconnect() {
+	if ( hosting || host == nullptr ) {
+		return;
+	}
+	if ( partner != nullptr ) {
+		enet_peer_reset( partner );
+	}
+	ENetAddress address = {};
+	address.host = hostAddress;
+	address.port = hostPort;
+	partner = enet_host_connect( host, &address, CHANNELS, 0 );
+	if ( partner != nullptr ) {
+		Watch( partner );
+	}
 }
 
 cLink::cEvent cEnetLink::Poll() {
 	cEvent result;
+	if ( firstWaiting ) {
+		firstWaiting = false;
+		result.kind = RECEIVED;
+		result.data.swap( first );
+		return result;
+	}
+	if ( newcomerHeard ) {
+		newcomerHeard = false;
+		TurnAway( newcomer.peer );
+	}
+	DropSilentCandidates();
 	ENetEvent event;
 	while ( host != nullptr && result.kind == NOTHING && enet_host_service( host, &event, 0 ) > 0 ) {
 		if ( event.type == ENET_EVENT_TYPE_CONNECT ) {
-			if ( hosting && partner != nullptr ) {
-				enet_peer_disconnect( event.peer, BUSY );
-			} else {
-				partner = event.peer;
-				enet_peer_timeout( partner, 0, TIMEOUT, TIMEOUT );
+			if ( !hosting && event.peer == partner ) {
+				Watch( partner );
 				result.kind = CONNECTED;
+			} else {
+				TakeConnection( event.peer );
 			}
 		} else if ( event.type == ENET_EVENT_TYPE_RECEIVE ) {
-			if ( event.peer == partner ) {
+			if ( event.peer == partner || event.peer == newcomer.peer ) {
 				result.kind = RECEIVED;
 				result.data.assign( event.packet->data, event.packet->data + event.packet->dataLength );
+				result.newcomer = event.peer == newcomer.peer;
+				newcomerHeard = result.newcomer;
+				partnerHeardAt = result.newcomer ? partnerHeardAt : enet_time_get();
+			} else if ( hosting && partner == nullptr ) {
+				Choose( event.peer, event.packet->data, event.packet->dataLength, result );
 			}
 			enet_packet_destroy( event.packet );
 		} else if ( event.type == ENET_EVENT_TYPE_DISCONNECT ) {
+			DropCandidate( event.peer );
+			newcomer.peer = event.peer == newcomer.peer ? nullptr : newcomer.peer;
 			if ( event.peer == leaving ) {
 				leaving = nullptr;
 			} else if ( event.peer == partner ) {
 				partner = nullptr;
 				result.kind = DISCONNECTED;
-				result.why = event.data == BUSY ? "the host already has a partner"
-												: hosting ? "the connection closed" : "the host did not answer or closed the connection";
+				result.refused = !hosting && event.data == BUSY;
+				result.why = result.refused ? "the host already has a partner"
+											: hosting ? "the connection closed" : "the host did not answer or closed the connection";
 			}
 		}
 	}
 	return result;
+}
+
+// A joiner turns every connection away; a host keeps it as a candidate while it has no partner,
+// and as the newcomer while its partner is silent.
+void cEnetLink::TakeConnection( ENetPeer *peer ) {
+	const enet_uint32 now = enet_time_get();
+	const bool partnerSilent = partner != nullptr && now - partnerHeardAt > NEWCOMER_SILENCE;
+	if ( !hosting || ( partner != nullptr && !( partnerSilent && newcomer.peer == nullptr ) ) ) {
+		TurnAway( peer );
+		return;
+	}
+	Watch( peer );
+	if ( partner != nullptr ) {
+		newcomer = { peer, now };
+	} else {
+		candidates.push_back( { peer, now } );
+	}
+}
+
+void cEnetLink::Choose( ENetPeer *peer, const uint8_t *data, size_t size, cEvent &result ) {
+	bool candidate = false;
+	for ( const cCandidate &it : candidates ) {
+		candidate = candidate || it.peer == peer;
+	}
+	if ( !candidate ) {
+		return;
+	}
+	partner = peer;
+	partnerHeardAt = enet_time_get();
+	for ( const cCandidate &other : candidates ) {
+		if ( other.peer != peer ) {
+			enet_peer_disconnect_now( other.peer, BUSY );
+		}
+	}
+	candidates.clear();
+	result.kind = CONNECTED;
+	first.assign( data, data + size );
+	firstWaiting = true;
+}
+
+void cEnetLink::DropCandidate( ENetPeer *peer ) {
+	for ( auto it = candidates.begin(); it != candidates.end(); ++it ) {
+		if ( it->peer == peer ) {
+			candidates.erase( it );
+			return;
+		}
+	}
+}
+
+void cEnetLink::DropSilentCandidates() {
+	const enet_uint32 now = enet_time_get();
+	if ( newcomer.peer != nullptr && now - newcomer.since > CANDIDATE_TIME ) {
+		TurnAway( newcomer.peer );
+	}
+	while ( !candidates.empty() && now - candidates.front().since > CANDIDATE_TIME ) {
+		enet_peer_disconnect_now( candidates.front().peer, 0 );
+		candidates.erase( candidates.begin() );
+	}
 }
 
 void cEnetLink::Send( eChannel channel, const std::vector<uint8_t> &bytes ) {

@@ -3,7 +3,8 @@
 // Two ends of a link in memory, on a clock of whole slots that the test moves on. Each packet of
 // the unreliable channel meets the fate the test's rule gives it (its number and the sender):
 // delivered after some slots, lost, or delivered twice; reliable packets arrive in order after
-// the base delay. Nothing is random.
+// the base delay. The test hands an end the link's own events (a connection, a refusal) at its
+// next poll. Nothing is random.
 
 #include <deque>
 #include <functional>
@@ -22,11 +23,18 @@ public:
 
 	explicit			cMemoryWire( tRule rule ) : rule( std::move( rule ) ) {}
 	void				Tick() { now++; }
+	void				Inject( int side, const cLink::cEvent &event ) { events[side].push_back( event ); }
+	int					newcomersTaken[2] = {};
 
 	class cEnd : public cLink {
 	public:
 		cEnd( cMemoryWire &wire, int side ) : wire( wire ), side( side ) {}
 		cEvent Poll() override {
+			if ( !wire.events[side].empty() ) {
+				const cEvent event = wire.events[side].front();
+				wire.events[side].pop_front();
+				return event;
+			}
 			std::deque<cPending> &inbox = wire.inboxes[side];
 			for ( auto it = inbox.begin(); it != inbox.end(); ++it ) {
 				if ( it->at <= wire.now ) {
@@ -50,6 +58,7 @@ public:
 			}
 		}
 		void Disconnect() override {}
+		void TakeNewcomer() override { wire.newcomersTaken[side]++; }
 
 	private:
 		cMemoryWire &	wire;
@@ -66,4 +75,5 @@ private:
 	tRule				rule;
 	int					now = 0;
 	std::deque<cPending> inboxes[2];
+	std::deque<cLink::cEvent> events[2];
 };

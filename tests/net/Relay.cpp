@@ -2,10 +2,14 @@
 // kmvt_relay: a UDP forwarder between a joining game and its host on this machine that delays,
 // jitters, loses, duplicates and reorders packets on a fixed seed, and counts the bytes each way.
 //   kmvt_relay LISTEN_PORT HOST_PORT [--delay=MS] [--jitter=MS] [--loss=PCT] [--duplicate=PCT]
-//              [--reorder=PCT] [--seed=N] [--seconds=N] [--idle=SECONDS]
-// --delay is one way; a reordered packet waits a further 2 x jitter. It stops by itself after
-// --seconds (300), or --idle seconds (15) without a packet once traffic began, and prints the bytes
-// and packets each way and the seconds between the first and the last packet.
+//              [--reorder=PCT] [--seed=N] [--seconds=N] [--idle=SECONDS] [--change-at=SECONDS]
+//              [--delay-then=MS] [--blackout-at=SECONDS] [--blackout-for=SECONDS] [--new-port-at=SECONDS]
+// --delay is one way; a reordered packet waits a further 2 x jitter. The times of the line's
+// changes count from the first packet: the delay becomes --delay-then at --change-at; every packet
+// is lost from --blackout-at for --blackout-for seconds; at --new-port-at the relay speaks to the
+// host from a new port, as a home router does after a restart. It stops by itself after --seconds
+// (300), or --idle seconds (15) without a packet once traffic began (a blackout not counted), and
+// prints the bytes and packets each way and the seconds between the first and the last packet.
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
@@ -28,6 +32,7 @@ using tClock = std::chrono::steady_clock;
 
 struct cImpairment {
 	double delay = 0, jitter = 0, loss = 0, duplicate = 0, reorder = 0, seconds = 300, idle = 15;
+	double changeAt = -1, delayThen = 0, blackoutAt = -1, blackoutFor = 0, newPortAt = -1;
 	unsigned seed = 1;
 };
 
@@ -74,7 +79,12 @@ int main( int argc, char **argv ) {
 		const bool known = ReadOption( argv[i], "--delay=", impairment.delay ) || ReadOption( argv[i], "--jitter=", impairment.jitter ) ||
 						   ReadOption( argv[i], "--loss=", impairment.loss ) || ReadOption( argv[i], "--duplicate=", impairment.duplicate ) ||
 						   ReadOption( argv[i], "--reorder=", impairment.reorder ) || ReadOption( argv[i], "--seconds=", impairment.seconds ) ||
-						   ReadOption( argv[i], "--idle=", impairment.idle ) || ReadOption( argv[i], "--seed=", seed );
+						   ReadOption( argv[i], "--idle=", impairment.idle ) || ReadOption( argv[i], "--seed=", seed ) ||
+						   ReadOption( argv[i], "--change-at=", impairment.changeAt ) ||
+						   ReadOption( argv[i], "--delay-then=", impairment.delayThen ) ||
+						   ReadOption( argv[i], "--blackout-at=", impairment.blackoutAt ) ||
+						   ReadOption( argv[i], "--blackout-for=", impairment.blackoutFor ) ||
+						   ReadOption( argv[i], "--new-port-at=", impairment.newPortAt );
 		impairment.seed = seed > 0 ? static_cast<unsigned>( seed ) : impairment.seed;
 		if ( !known ) {
 			std::fprintf( stderr, "kmvt_relay: unknown option %s\n", argv[i] );
@@ -82,7 +92,8 @@ int main( int argc, char **argv ) {
 		}
 	}
 	const int front = OpenSocket( static_cast<uint16_t>( std::atoi( argv[1] ) ) );
-	const int back = OpenSocket( 0 );
+	int back = OpenSocket( 0 );
+	bool movedPort = false;
 	sockaddr_in host = {};
 	host.sin_family = AF_INET;
 	host.sin_addr.s_addr = htonl( INADDR_LOOPBACK );
@@ -96,7 +107,19 @@ int main( int argc, char **argv ) {
 	const tClock::time_point start = tClock::now();
 	tClock::time_point first = start, last = start;
 	const auto elapsed = []( tClock::time_point from ) { return std::chrono::duration<double>( tClock::now() - from ).count(); };
-	while ( elapsed( start ) < impairment.seconds && ( packets[0] + packets[1] == 0 || elapsed( last ) < impairment.idle ) ) {
+	const auto inBlackout = [&]() {
+		const double at = elapsed( first );
+		return packets[0] + packets[1] > 0 && at >= impairment.blackoutAt && at < impairment.blackoutAt + impairment.blackoutFor;
+	};
+	while ( elapsed( start ) < impairment.seconds &&
+			( packets[0] + packets[1] == 0 || elapsed( last ) < impairment.idle || inBlackout() ) ) {
+		const double traffic = packets[0] + packets[1] > 0 ? elapsed( first ) : 0.0;
+		if ( !movedPort && impairment.newPortAt >= 0 && traffic >= impairment.newPortAt ) {
+			close( back );
+			back = OpenSocket( 0 );
+			movedPort = true;
+		}
+		const double delay = impairment.changeAt >= 0 && traffic >= impairment.changeAt ? impairment.delayThen : impairment.delay;
 		pollfd sockets[2] = { { front, POLLIN, 0 }, { back, POLLIN, 0 } };
 		poll( sockets, 2, 1 );
 		for ( int side = 0; side < 2; side++ ) {
@@ -119,12 +142,12 @@ int main( int argc, char **argv ) {
 			last = tClock::now();
 			bytes[toHost] += static_cast<uint64_t>( size );
 			packets[toHost]++;
-			if ( uniform( random ) < impairment.loss ) {
+			if ( uniform( random ) < impairment.loss || inBlackout() ) {
 				continue;
 			}
 			const int copies = uniform( random ) < impairment.duplicate ? 2 : 1;
 			for ( int copy = 0; copy < copies; copy++ ) {
-				double wait = impairment.delay + ( uniform( random ) / 50.0 - 1.0 ) * impairment.jitter;
+				double wait = delay + ( uniform( random ) / 50.0 - 1.0 ) * impairment.jitter;
 				wait += uniform( random ) < impairment.reorder ? 2 * impairment.jitter : 0.0;
 				const auto due = tClock::now() + std::chrono::microseconds( static_cast<int64_t>( std::max( 0.0, wait ) * 1000 ) );
 				inFlight.push( { due, order++, toHost, std::vector<char>( buffer, buffer + size ) } );

@@ -6,6 +6,7 @@
 #include "SpriteTools.h"
 #include "TextRenderer.h"
 #include "TownBackdrop.h"
+#include "program/WaitingPicture.h"
 
 #include <algorithm>
 #include <cstring>
@@ -399,6 +400,39 @@ cCanvas cMenuArt::MakeEndOverlay( bool victory ) const {
 	const cCanvas text = artist->body.Render( line, db32::ICE );
 	CopyNonEmpty( overlay, text, ( SCREEN_WIDTH - text.GetWidth() ) / 2, 276 );
 	return overlay;
+}
+
+// The band over the frozen world while the partner is silent; the game draws the seconds left
+// from the countdown's glyphs in the room between the heading and the line under it.
+cCanvas cMenuArt::MakeConnectionLostOverlay() const {
+	cCanvas overlay( SCREEN_WIDTH, SCREEN_HEIGHT );
+	overlay.FillRect( 0, 182, SCREEN_WIDTH, 298, db32::WithAlpha( db32::INK, 0xC0 ) );
+	overlay.FillRect( 0, 180, SCREEN_WIDTH, 182, db32::ICE );
+	overlay.FillRect( 0, 298, SCREEN_WIDTH, 300, db32::ICE );
+	const std::vector<uint32_t> bands = { db32::WHITE, db32::ICE, db32::ICE, db32::TAN };
+	const cCanvas word = artist->StyledText( artist->heading, "Connection lost: waiting", bands, 3 );
+	CopyNonEmpty( overlay, word, ( SCREEN_WIDTH - word.GetWidth() ) / 2, 186 );
+	const cCanvas text = artist->body.Render( "The game goes on where it stopped once the partner is back.", db32::ICE );
+	CopyNonEmpty( overlay, text, ( SCREEN_WIDTH - text.GetWidth() ) / 2, 272 );
+	return overlay;
+}
+
+cCanvas cMenuArt::MakeCountdownGlyphs() const {
+	const char *const glyphs[cWaitingPicture::COUNTDOWN_GLYPHS] = { "0", "1", "2", "3", "4", "5", "6", "7", "8", "9", "s" };
+	const std::vector<uint32_t> bands = { db32::YELLOW, db32::YELLOW, db32::TAN, db32::ORANGE };
+	std::vector<cCanvas> drawn;
+	int width = 0;
+	int height = 0;
+	for ( const char *glyph : glyphs ) {
+		drawn.push_back( artist->StyledText( artist->body, glyph, bands, 2 ) );
+		width = std::max( width, drawn.back().GetWidth() );
+		height = std::max( height, drawn.back().GetHeight() );
+	}
+	cCanvas sheet( width * cWaitingPicture::COUNTDOWN_GLYPHS, height );
+	for ( int i = 0; i < cWaitingPicture::COUNTDOWN_GLYPHS; i++ ) {
+		CopyNonEmpty( sheet, drawn[i], i * width + ( width - drawn[i].GetWidth() ) / 2, 0 );
+	}
+	return sheet;
 }
 
 // A band across the middle over the frozen world while an online game waits for the partner's input.

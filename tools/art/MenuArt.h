@@ -18,6 +18,9 @@ public:
 	cCanvas			MakeScreen( const sMenuScreen &screen ) const;
 	cCanvas			MakeEndOverlay( bool victory ) const;
 	cCanvas			MakeWaitingOverlay() const;
+	cCanvas			MakeConnectionLostOverlay() const;
+	// The glyphs of the seconds left: "0" to "9" and "s", each centred in a cell of one width.
+	cCanvas			MakeCountdownGlyphs() const;
 	// The glyph sheet: the game writes its run-time lines with it (program/NoticePicture.h).
 	cCanvas			MakeGlyphSheet() const;
 

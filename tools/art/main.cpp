@@ -139,6 +139,9 @@ bool WriteMenus( const std::string &root ) {
 	shown.Paste( waiting, 0, 0 );
 	ok &= shown.SavePng( root + "/docs/images/menu-waiting.png" );
 	ok &= art.MakeGlyphSheet().SavePng( menu + "glyphs.png" );
+	const cCanvas lost = art.MakeConnectionLostOverlay();
+	ok &= lost.SavePng( menu + "connection-lost.png" );
+	ok &= art.MakeCountdownGlyphs().SavePng( menu + "countdown.png" );
 	return ok;
 }
 
