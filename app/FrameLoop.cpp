@@ -6,24 +6,28 @@
 
 void cFrameLoop::Run( cFrameClient &client ) {
 	ResetDeadline();
-	for ( ;; ) {
-		if ( !client.HandleEvents() ) {
-			return;
-		}
-		if ( client.TakeStall() ) {
-			ResetDeadline();
-		}
-		const int due = TakeDueSteps();
-		for ( int i = 0; i < due; i++ ) {
-			if ( !client.Step() ) {
-				return;
-			}
-		}
-		if ( due > 0 && client.IsFrameWanted() ) {
-			client.DrawFrame();
-		}
+	while ( RunPass( client ) ) {
 		clock.SleepUntil( deadline );
 	}
+}
+
+bool cFrameLoop::RunPass( cFrameClient &client ) {
+	if ( !client.HandleEvents() ) {
+		return false;
+	}
+	if ( client.TakeStall() ) {
+		ResetDeadline();
+	}
+	const int due = TakeDueSteps();
+	for ( int i = 0; i < due; i++ ) {
+		if ( !client.Step() ) {
+			return false;
+		}
+	}
+	if ( due > 0 && client.IsFrameWanted() ) {
+		client.DrawFrame();
+	}
+	return true;
 }
 
 void cFrameLoop::ResetDeadline() {

@@ -24,6 +24,10 @@ public:
 
 	// Until the window closes or the player quits.
 	void				Run( cFrameClient &client );
+	// One pass of Run without its sleep, for a host that calls the game at its own pace (the
+	// browser, once a frame) after ResetDeadline: the events, the steps due, then a frame.
+	// False once the window closed or the player quit.
+	bool				RunPass( cFrameClient &client );
 	// The steps due by now, at most MAX_STEPS_PER_FRAME; moves the deadline past them. Steps
 	// beyond the most are dropped: the deadline starts again from now.
 	int					TakeDueSteps();

@@ -130,3 +130,11 @@ bool cSession::Close( std::string &error ) {
 	}
 	return cReplayFile::Save( recordPath, made, error );
 }
+
+bool cSession::SaveRecording( std::string &error ) const {
+	if ( !recorder ) {
+		error = "this run is not recorded";
+		return false;
+	}
+	return recorder->Save( recordPath, error );
+}

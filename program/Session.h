@@ -54,6 +54,9 @@ public:
 	bool				Step( cGame &game );
 	// Writes the recording, if one is made; false with the line in error when it cannot.
 	bool				Close( std::string &error );
+	// Writes the recording so far to the file Close would write; false with the line in error when
+	// there is none or it cannot be written. The run goes on.
+	bool				SaveRecording( std::string &error ) const;
 
 private:
 	void				EndReplay( cGame &game );

@@ -2,7 +2,9 @@
 // The program: reads its command line, asks about full screen, opens the window, runs the game's
 // steps on the pacing clock with a frame after them whenever the picture changed, until the window
 // closes or the player quits, then shuts everything down in order. Recording and replaying go
-// through the run's session; --replay FILE --verify runs no window at all.
+// through the run's session; --replay FILE --verify runs no window at all. In a browser the page
+// gives the command line, the browser calls the frame loop's passes once a frame, and the log goes
+// to the browser's console.
 
 #define SDL_MAIN_HANDLED
 #include <SDL.h>
@@ -37,10 +39,15 @@
 #include "replay/headless/ReplayCheck.h"
 #include "sound/sdl/SdlSoundBackend.h"
 #include "Version.h"
+#ifdef __EMSCRIPTEN__
+#include "platform/ScreenSize.h"
+#include "platform/web/WebPage.h"
+#endif
 
 namespace {
 
 cGame game;
+cSession *runningSession = nullptr;		// for the page's download of the recording so far
 
 // The command line may have chosen already. False when the window cannot be opened, or when a
 // signal came while the question waited: the program then ends as a closed window ends it.
@@ -129,7 +136,13 @@ std::string FindData() {
 std::unique_ptr<cLink> OpenOnline( const cCommandLine &line, cSession &session, const std::string &dataRoot,
 									cPacingClock &time ) {
 	std::string why;
+#ifdef __EMSCRIPTEN__
+	// A page cannot send UDP.
+	std::unique_ptr<cLink> link;
+	why = "online play is in the desktop game";
+#else
 	std::unique_ptr<cLink> link = cLink::OpenOnNetwork( line.online == cCommandLine::HOST, line.partner, line.port, why );
+#endif
 	if ( !link ) {
 		const std::string text = "No online game: " + why;
 		cLog::Write( text.c_str() );
@@ -147,10 +160,14 @@ std::unique_ptr<cPortMappingThread> MapPort( const cCommandLine &line ) {
 	if ( line.online != cCommandLine::HOST || !line.portMapping ) {
 		return nullptr;
 	}
+#ifdef __EMSCRIPTEN__
+	return nullptr;		// a page hosts no online game
+#else
 	return std::make_unique<cPortMappingThread>( cPortMapper::OpenOnNetwork(), line.port, []( const std::string &text ) {
 		cLog::Write( text.c_str() );
 		std::fprintf( stderr, "%s\n", MakePrintable( text ).c_str() );
 	} );
+#endif
 }
 
 // The version's fingerprint plays a short game, which must leave the last real run's log alone.
@@ -162,12 +179,19 @@ int PrintVersion() {
 
 void RunGame( const cCommandLine &line, cClock &clock ) {
 	const std::string dataRoot = FindData();
+#ifdef __EMSCRIPTEN__
+	cLog::Restart( "" );		// to the console
+#endif
 	cSdlWindow window( dataRoot );
 	bool fullscreen = false;
 	if ( !CreateMainWindow( line.screen, window, fullscreen ) ) {
 		game.Finalize();
 		return;
 	}
+#ifdef __EMSCRIPTEN__
+	// The canvas holds the picture at its own size; the page scales it to fit.
+	SDL_SetWindowSize( window.GetWindow(), VIEW_WIDTH, VIEW_HEIGHT );
+#endif
 	cSdlGraphicsBackend graphics( window );
 	cNoticePicture notice( graphics, dataRoot );
 	cWaitingPicture waiting( notice, dataRoot );
@@ -192,20 +216,45 @@ void RunGame( const cCommandLine &line, cClock &clock ) {
 	platform.sound = session.GetSound();
 	platform.dataRoot = dataRoot;
 	session.Watch( game );
-	if ( game.Init( platform, fullscreen ) ) {
-		StartPads();
-		cFrameLoop loop( pacing );
-		cWindowFrames frames( window, input, session, waiting, notice, portMapping.get() );
-		loop.Run( frames );
+	runningSession = &session;
+	const auto end = [&]() {
+		runningSession = nullptr;
+		if ( !session.Close( error ) ) {
+			std::fprintf( stderr, "%s\n", MakePrintable( error ).c_str() );
+		}
+		game.Finalize();
+		SetClock( &clock );
+	};
+	if ( !game.Init( platform, fullscreen ) ) {
+		end();
+		return;
 	}
-	if ( !session.Close( error ) ) {
-		std::fprintf( stderr, "%s\n", MakePrintable( error ).c_str() );
-	}
-	game.Finalize();
-	SetClock( &clock );
+	StartPads();
+	cFrameLoop loop( pacing );
+	cWindowFrames frames( window, input, session, waiting, notice, portMapping.get() );
+#ifdef __EMSCRIPTEN__
+	loop.ResetDeadline();
+	cWebPage::RunFrames( [&]() { return loop.RunPass( frames ); }, end );
+#else
+	loop.Run( frames );
+	end();
+#endif
 }
 
 }
+
+#ifdef __EMSCRIPTEN__
+// The page's link to the recording so far: written to the file the command line named, which the
+// page then offers for download. 0 when there is nothing to write, or it could not be written.
+extern "C" int kmvt_SaveRecording() {
+	std::string error = "the game has ended";
+	if ( runningSession == nullptr || !runningSession->SaveRecording( error ) ) {
+		cLog::Write( ( "Recording not saved: " + error ).c_str() );
+		return 0;
+	}
+	return 1;
+}
+#endif
 
 int main( int argc, char **argv ) {
 	const cCommandLine line = cCommandLine::Parse( argc, argv );
@@ -216,6 +265,9 @@ int main( int argc, char **argv ) {
 		case cCommandLine::VERIFY:	return cReplayCheck::Verify( line.file, FindData() );
 		default:					break;
 	}
+#ifdef __EMSCRIPTEN__
+	PrintVersion();		// the console's first line, as --version prints it
+#endif
 	SDL_SetMainReady();
 	if ( SDL_Init( SDL_INIT_VIDEO | SDL_INIT_EVENTS ) != 0 ) {
 		std::fprintf( stderr, "%s: cannot start SDL: %s\n", cSdlWindow::TITLE, SDL_GetError() );

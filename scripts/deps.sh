@@ -4,6 +4,7 @@
 #   scripts/deps.sh play   what building and running the game needs
 #   scripts/deps.sh test   that, plus the test suite's tools (GoogleTest, Xvfb, sanitizers, ...)
 #   scripts/deps.sh package  that of play, plus what makes and checks the Debian package
+#   scripts/deps.sh web    what builds the game for the browser and tests it there
 set -euo pipefail
 
 play_packages=(g++ cmake make pkg-config libsdl2-dev libsdl2-image-dev libsdl2-mixer-dev libenet-dev
@@ -16,6 +17,8 @@ test_packages=(googletest python3 libgtest-dev libbenchmark-dev libtcod-dev libs
 # holds the program and its nft scripts, with no service that starts and no question to ask (the
 # service and its questions come with the package miniupnpd, which is not installed).
 package_packages=(dpkg-dev file lintian)
+# The web page: the compiler, Debian's sources of the libraries, node and a browser for its tests.
+web_packages=(emscripten nodejs cmake make dpkg-dev python3 chromium imagemagick)
 # The arm64 build of the recordings' check; without them that build is skipped, and says so.
 cross_packages=(g++-aarch64-linux-gnu qemu-user)
 
@@ -23,7 +26,8 @@ case "${1:-play}" in
   play) wanted=("${play_packages[@]}") ;;
   test) wanted=("${play_packages[@]}" "${test_packages[@]}") ;;
   package) wanted=("${play_packages[@]}" "${package_packages[@]}") ;;
-  *) echo "usage: $0 play|test|package" >&2; exit 2 ;;
+  web) wanted=("${web_packages[@]}") ;;
+  *) echo "usage: $0 play|test|package|web" >&2; exit 2 ;;
 esac
 
 # find_missing PACKAGE...: those not installed, into missing.

@@ -37,3 +37,11 @@ echo "== Fuzzing the file readers"
 fuzz_start=$SECONDS
 scripts/fuzz.sh 45
 echo "== Fuzzing took $(( SECONDS - fuzz_start )) s"
+
+# ---- The web build (added with the web page; owned by the web work) ------------------------------
+# kmvt_verify for node against the Linux build's recordings and fingerprint, then the page in
+# headless chromium; SKIPPED, and said so, where emscripten or chromium cannot be installed.
+echo "== The web build"
+web_start=$SECONDS
+scripts/web-test.sh
+echo "== The web build took $(( SECONDS - web_start )) s"

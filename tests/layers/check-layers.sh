@@ -10,7 +10,8 @@
 # layers above it; a new kind of backend is one more entry in BACKENDS. The online game (net/) sits
 # above app and replay; its ENet link is the backend net/enet/, the only code that includes ENet,
 # and its way to the home router the backend net/portmap/, the only code that includes libnatpmp
-# and miniupnpc.
+# and miniupnpc. The browser's page is the backend platform/web/, the only code that includes
+# emscripten.
 #   check-layers.sh [SOURCE_DIR]   prints every include against the rules; fails if there is one
 set -u
 cd "${1:-$(dirname "$0")/../..}" || exit 2
@@ -37,6 +38,7 @@ declare -A BACKENDS=(
 	[headless]=""
 	[enet]="enet/"
 	[portmap]="(natpmp\.h|miniupnpc/)"
+	[web]="emscripten"
 )
 declare -A FOLDER_KIND=(
 	[harness]=headless

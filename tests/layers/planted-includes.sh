@@ -27,6 +27,8 @@ CASES=(
 	'net/enet/Plant.cpp|#include <miniupnpc/miniupnpc.h>|net/enet/Plant.cpp: includes miniupnpc/ outside an portmap/ folder'
 	'net/portmap/Plant.cpp|#include <miniupnpc/upnpcommands.h>|'
 	'program/Plant.cpp|#include "net/portmap/RouterPortMapper.h"|program/Plant.cpp: the logic includes the backend header net/portmap/RouterPortMapper.h'
+	'platform/web/Plant.cpp|#include <emscripten.h>|'
+	'app/Plant.cpp|#include <emscripten.h>|app/Plant.cpp: includes emscripten outside an web/ folder'
 )
 
 failed=0

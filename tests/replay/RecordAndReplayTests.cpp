@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Recording and playback of a real game, headless: a scripted run through the menus into play
 // replays exactly; a replay that goes another way stops at the first checkpoint that disagrees and
-// names the part; once a replay ends, the player's own keys and clock take over.
+// names the part; once a replay ends, the player's own keys and clock take over; the run so far
+// can be saved while the recording goes on.
 
 #include <gtest/gtest.h>
 
 #include "actors/GameState.h"
 #include "app/Game.h"
 #include "app/MenuEntries.h"
+#include "app/StateHash.h"
 #include "graphics/headless/RecordingGraphicsBackend.h"
 #include "input/KeyCodes.h"
 #include "input/headless/ScriptedInputBackend.h"
@@ -189,4 +191,43 @@ TEST( RecordAndReplayTest, TheWindowsReplayRunsFastOnAKeyAndLeavesOnEscape ) {
 		EXPECT_EQ( game.GetScene(), nullptr );
 	}
 	SetClock( nullptr );
+}
+
+// The page's download: the recording so far, written to the recording's file while the run goes
+// on; the file at the end holds the whole run. A run not recorded has nothing to save.
+TEST( RecordAndReplayTest, TheRecordingSoFarIsSavedWhileTheRunGoesOn ) {
+	cTempDir dir;
+	const std::string file = dir.GetFile( "run.kmr" );
+	const char *argv[] = { "kormaveth2d", "--record", file.c_str() };
+	std::string error;
+	cScriptedInputBackend player;
+	cManualClock clock( 5, CALENDAR );
+	cSession session;
+	ASSERT_TRUE( session.Open( cCommandLine::Parse( 3, argv ), player, nullptr, clock, error ) ) << error;
+	SetClock( &session.GetClock() );
+	gameState = STATE_MAIN_MENU;
+	{
+		cGameOn on( session.GetInput(), session.GetSound() );
+		session.Watch( on.game );
+		int step = 1;
+		for ( const int saveAt : { 150, STEPS } ) {
+			for ( ; step <= saveAt; step++ ) {
+				PlayAGame( player, step, KEY_A );
+				ASSERT_TRUE( session.Step( on.game ) );
+				clock.Advance( cGame::FRAME_TIME );
+			}
+			ASSERT_TRUE( session.SaveRecording( error ) ) << error;
+			cRecording saved;
+			ASSERT_TRUE( cReplayFile::Load( file, saved, error ) ) << error;
+			EXPECT_EQ( saved.steps, static_cast<uint64_t>( saveAt ) );
+			ASSERT_FALSE( saved.checkpoints.empty() );
+			EXPECT_EQ( saved.checkpoints.back().total, cStateHash( on.game ).GetTotal() ) << "saved at " << saveAt;
+		}
+	}
+	SetClock( nullptr );
+	gameState = STATE_MAIN_MENU;
+	cSession alone;		// the same program, without --record
+	ASSERT_TRUE( alone.Open( cCommandLine::Parse( 1, argv ), player, nullptr, clock, error ) );
+	EXPECT_FALSE( alone.SaveRecording( error ) );
+	EXPECT_FALSE( error.empty() );
 }

@@ -1,0 +1,32 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
+# The Linux build's main menu as a picture: the game in a 640 x 480 window under Xvfb, the pointer
+# at (X, Y) of the game's screen, the window's pixels written to OUT.
+#   linux-menu.sh GAME X Y OUT
+set -euo pipefail
+game=$1 x=$2 y=$3 out=$4
+if [ -z "${KMVT_IN_XVFB:-}" ]; then
+  KMVT_IN_XVFB=1 exec xvfb-run -a -s "-screen 0 1024x768x24" "$0" "$@"
+fi
+work=$(mktemp -d)
+trap 'kill "$pid" 2> /dev/null || true; rm -rf "$work"' EXIT
+cd "$work"
+XDG_STATE_HOME=$work SDL_AUDIODRIVER=dummy "$game" --window > "$work/out.txt" 2>&1 &
+pid=$!
+window=$(timeout 60 xdotool search --sync --onlyvisible --name "Project Kormaveth 2D" | head -1)
+# still: the picture once it holds still: two looks a second apart agree.
+still() {
+  import -window "$window" "$work/before.png"
+  for _ in $(seq 60); do
+    sleep 1
+    import -window "$window" "$out"
+    [ "$(compare -metric AE "$work/before.png" "$out" null: 2>&1)" != 0 ] || return 0
+    mv "$out" "$work/before.png"
+  done
+  echo "The Linux build's picture did not hold still" >&2
+  exit 1
+}
+# The game places the pointer itself as it starts: the test's place comes after.
+still
+xdotool mousemove --window "$window" "$x" "$y"
+still
