@@ -10,11 +10,22 @@
 // leftover memory for a cell on one of its lists.
 cAStar::cAStar()
 	: closedMark( FIRST_CLOSED_MARK ),
+	work( new cWork ),
 	pathLength( 0 ),
 	nextStep( 1 ) {
-	std::memset( passable, NOT_PASSABLE, sizeof( passable ) );
-	std::memset( listMark, 0, sizeof( listMark ) );
+	std::memset( work->passable, NOT_PASSABLE, sizeof( work->passable ) );
+	std::memset( work->listMark, 0, sizeof( work->listMark ) );
 }
+
+// A copy holds the path only: searching again needs a fresh object.
+cAStar::cAStar( const cAStar &other )
+	: closedMark( other.closedMark ),
+	pathLength( other.pathLength ),
+	pathCells( other.pathCells ),
+	nextStep( other.nextStep ) {
+}
+
+cAStar::~cAStar() = default;
 
 void cAStar::InitPathBuffer() {
 	pathCells.clear();
@@ -22,11 +33,14 @@ void cAStar::InitPathBuffer() {
 }
 
 void cAStar::SetPassability( const int32_t *walkMap ) {
-	assert( walkMap != nullptr );
+	assert( walkMap != nullptr && work != nullptr && "a copy cannot search" );
+	if ( work == nullptr ) {
+		return;
+	}
 	for ( int32_t x = 0; x < MAP_COLUMNS; x++ ) {
 		const int32_t *cell = walkMap + x;
 		for ( int32_t y = 0; y < MAP_ROWS; y++, cell += MAP_COLUMNS ) {
-			passable[x][y] = ( *cell == WALK_FLOOR ) ? PASSABLE : NOT_PASSABLE;
+			work->passable[x][y] = ( *cell == WALK_FLOOR ) ? PASSABLE : NOT_PASSABLE;
 		}
 	}
 }
@@ -34,29 +48,29 @@ void cAStar::SetPassability( const int32_t *walkMap ) {
 // The search stops as soon as the target joins the open list, and the heuristic overrates
 // diagonal ways, so enemies take the first way found rather than always the shortest one.
 int32_t cAStar::FindPath( int32_t startX, int32_t startY, int32_t targetX, int32_t targetY ) {
-	if ( !IsInGrid( startX, startY ) || !IsInGrid( targetX, targetY ) ) {
+	if ( work == nullptr || !IsInGrid( startX, startY ) || !IsInGrid( targetX, targetY ) ) {
 		return RESULT_NO_PATH;
 	}
-	if ( passable[targetX][targetY] == NOT_PASSABLE ) {
+	if ( work->passable[targetX][targetY] == NOT_PASSABLE ) {
 		return RESULT_NO_PATH;
 	}
 	PrepareMarks();
 	const int32_t openMark = closedMark - 1;
 	pathLength = 0;
-	costG[startX][startY] = 0;
+	work->costG[startX][startY] = 0;
 	// The start is item 1 and is taken at once; the first cell added after it reuses that id.
 	int32_t openCount = 1;
 	int32_t lastItem = 0;
-	openHeap[1] = 1;
-	openX[1] = startX;
-	openY[1] = startY;
+	work->openHeap[1] = 1;
+	work->openX[1] = startX;
+	work->openY[1] = startY;
 	while ( openCount > 0 ) {
 		int32_t x = 0;
 		int32_t y = 0;
 		TakeTopItem( openCount, x, y );
 		openCount--;
 		ExpandCell( x, y, targetX, targetY, openCount, lastItem );
-		if ( listMark[targetX][targetY] == openMark ) {
+		if ( work->listMark[targetX][targetY] == openMark ) {
 			StorePath( startX, startY, targetX, targetY );
 			return RESULT_FOUND;
 		}
@@ -73,7 +87,7 @@ void cAStar::ExpandCell( int32_t x, int32_t y, int32_t targetX, int32_t targetY,
 				continue;
 			}
 			const int32_t stepCost = ( a != x && b != y ) ? DIAGONAL_COST : STRAIGHT_COST;
-			if ( listMark[a][b] != openMark ) {
+			if ( work->listMark[a][b] != openMark ) {
 				AddToOpenList( x, y, a, b, stepCost, targetX, targetY, openCount, lastItem );
 			} else {
 				ImproveOpenCell( x, y, a, b, stepCost, openCount );
@@ -86,18 +100,18 @@ void cAStar::ExpandCell( int32_t x, int32_t y, int32_t targetX, int32_t targetY,
 // run of searches on one object are the marks wiped and started over.
 void cAStar::PrepareMarks() {
 	if ( closedMark > MARK_LIMIT ) {
-		std::memset( listMark, 0, sizeof( listMark ) );
+		std::memset( work->listMark, 0, sizeof( work->listMark ) );
 		closedMark = FIRST_CLOSED_MARK;
 	}
 	closedMark += 2;
 }
 
 void cAStar::TakeTopItem( int32_t openCount, int32_t &x, int32_t &y ) {
-	const int32_t item = openHeap[1];
-	x = openX[item];
-	y = openY[item];
-	listMark[x][y] = closedMark;
-	openHeap[1] = openHeap[openCount];
+	const int32_t item = work->openHeap[1];
+	x = work->openX[item];
+	y = work->openY[item];
+	work->listMark[x][y] = closedMark;
+	work->openHeap[1] = work->openHeap[openCount];
 	SiftDown( openCount - 1 );
 }
 
@@ -107,33 +121,33 @@ void cAStar::SiftDown( int32_t openCount ) {
 	for ( ;; ) {
 		const int32_t u = v;
 		if ( 2 * u + 1 <= openCount ) {
-			if ( costF[openHeap[u]] >= costF[openHeap[2 * u]] ) {
+			if ( work->costF[work->openHeap[u]] >= work->costF[work->openHeap[2 * u]] ) {
 				v = 2 * u;
 			}
-			if ( costF[openHeap[v]] >= costF[openHeap[2 * u + 1]] ) {
+			if ( work->costF[work->openHeap[v]] >= work->costF[work->openHeap[2 * u + 1]] ) {
 				v = 2 * u + 1;
 			}
 		} else if ( 2 * u <= openCount ) {
-			if ( costF[openHeap[u]] >= costF[openHeap[2 * u]] ) {
+			if ( work->costF[work->openHeap[u]] >= work->costF[work->openHeap[2 * u]] ) {
 				v = 2 * u;
 			}
 		}
 		if ( u == v ) {
 			return;
 		}
-		const int32_t item = openHeap[u];
-		openHeap[u] = openHeap[v];
-		openHeap[v] = item;
+		const int32_t item = work->openHeap[u];
+		work->openHeap[u] = work->openHeap[v];
+		work->openHeap[v] = item;
 	}
 }
 
 // A newly added cell rises over parents of equal F.
 void cAStar::BubbleUp( int32_t position ) {
 	int32_t m = position;
-	while ( m != 1 && costF[openHeap[m]] <= costF[openHeap[m / 2]] ) {
-		const int32_t item = openHeap[m / 2];
-		openHeap[m / 2] = openHeap[m];
-		openHeap[m] = item;
+	while ( m != 1 && work->costF[work->openHeap[m]] <= work->costF[work->openHeap[m / 2]] ) {
+		const int32_t item = work->openHeap[m / 2];
+		work->openHeap[m / 2] = work->openHeap[m];
+		work->openHeap[m] = item;
 		m /= 2;
 	}
 }
@@ -143,14 +157,14 @@ bool cAStar::CanEnter( int32_t x, int32_t y, int32_t a, int32_t b ) const {
 	if ( a == -1 || b == -1 || a == MAP_COLUMNS || b == MAP_ROWS ) {
 		return false;
 	}
-	if ( listMark[a][b] == closedMark ) {
+	if ( work->listMark[a][b] == closedMark ) {
 		return false;
 	}
-	if ( passable[a][b] == NOT_PASSABLE ) {
+	if ( work->passable[a][b] == NOT_PASSABLE ) {
 		return false;
 	}
 	if ( a != x && b != y ) {
-		return passable[a][y] == PASSABLE && passable[x][b] == PASSABLE;
+		return work->passable[a][y] == PASSABLE && work->passable[x][b] == PASSABLE;
 	}
 	return true;
 }
@@ -159,39 +173,39 @@ void cAStar::AddToOpenList( int32_t x, int32_t y, int32_t a, int32_t b, int32_t 
 							int32_t targetX, int32_t targetY, int32_t &openCount, int32_t &lastItem ) {
 	lastItem++;
 	const int32_t position = openCount + 1;
-	openHeap[position] = lastItem;
-	openX[lastItem] = a;
-	openY[lastItem] = b;
-	cellItem[a][b] = lastItem;
-	costG[a][b] = costG[x][y] + stepCost;
-	costH[lastItem] = HEURISTIC_WEIGHT * ( std::abs( a - targetX ) + std::abs( b - targetY ) );
-	costF[lastItem] = costG[a][b] + costH[lastItem];
-	parentX[a][b] = x;
-	parentY[a][b] = y;
+	work->openHeap[position] = lastItem;
+	work->openX[lastItem] = a;
+	work->openY[lastItem] = b;
+	work->cellItem[a][b] = lastItem;
+	work->costG[a][b] = work->costG[x][y] + stepCost;
+	work->costH[lastItem] = HEURISTIC_WEIGHT * ( std::abs( a - targetX ) + std::abs( b - targetY ) );
+	work->costF[lastItem] = work->costG[a][b] + work->costH[lastItem];
+	work->parentX[a][b] = x;
+	work->parentY[a][b] = y;
 	BubbleUp( position );
 	openCount++;
-	listMark[a][b] = closedMark - 1;
+	work->listMark[a][b] = closedMark - 1;
 }
 
 // A shorter way to a cell already on the open list: the cell's item is found by a scan of the
 // heap and only rises while strictly cheaper than its parent. A cell has one item in a search,
 // so the scan looks for that item's id rather than comparing cells.
 void cAStar::ImproveOpenCell( int32_t x, int32_t y, int32_t a, int32_t b, int32_t stepCost, int32_t openCount ) {
-	const int32_t newG = costG[x][y] + stepCost;
-	if ( newG >= costG[a][b] ) {
+	const int32_t newG = work->costG[x][y] + stepCost;
+	if ( newG >= work->costG[a][b] ) {
 		return;
 	}
-	parentX[a][b] = x;
-	parentY[a][b] = y;
-	costG[a][b] = newG;
-	const int32_t item = cellItem[a][b];
+	work->parentX[a][b] = x;
+	work->parentY[a][b] = y;
+	work->costG[a][b] = newG;
+	const int32_t item = work->cellItem[a][b];
 	for ( int32_t i = 1; i <= openCount; i++ ) {
-		if ( openHeap[i] == item ) {
-			costF[item] = newG + costH[item];
+		if ( work->openHeap[i] == item ) {
+			work->costF[item] = newG + work->costH[item];
 			int32_t m = i;
-			while ( m != 1 && costF[openHeap[m]] < costF[openHeap[m / 2]] ) {
-				openHeap[m] = openHeap[m / 2];
-				openHeap[m / 2] = item;
+			while ( m != 1 && work->costF[work->openHeap[m]] < work->costF[work->openHeap[m / 2]] ) {
+				work->openHeap[m] = work->openHeap[m / 2];
+				work->openHeap[m / 2] = item;
 				m /= 2;
 			}
 			return;
@@ -204,8 +218,8 @@ void cAStar::ImproveOpenCell( int32_t x, int32_t y, int32_t a, int32_t b, int32_
 void cAStar::StorePath( int32_t startX, int32_t startY, int32_t targetX, int32_t targetY ) {
 	int32_t count = 0;
 	for ( int32_t x = targetX, y = targetY; x != startX || y != startY; count++ ) {
-		const int32_t px = parentX[x][y];
-		y = parentY[x][y];
+		const int32_t px = work->parentX[x][y];
+		y = work->parentY[x][y];
 		x = px;
 	}
 	pathLength = count;
@@ -215,8 +229,8 @@ void cAStar::StorePath( int32_t startX, int32_t startY, int32_t targetX, int32_t
 	for ( int32_t i = count; i >= 1; i-- ) {
 		pathCells[2 * i - 2] = x;
 		pathCells[2 * i - 1] = y;
-		const int32_t px = parentX[x][y];
-		y = parentY[x][y];
+		const int32_t px = work->parentX[x][y];
+		y = work->parentY[x][y];
 		x = px;
 	}
 	nextStep = 1;

@@ -9,6 +9,7 @@
 #include "actors/WorldAnimation.h"
 #include "log/Log.h"
 #include "platform/Platform.h"
+#include "platform/Random.h"
 #include "sound/SoundIds.h"
 #include "world/Scene.h"
 
@@ -60,6 +61,47 @@ void cGame::Restart( cInputBackend *input ) {
 	soundLayer.StopAll();
 	inputLayer.Release();
 	InitInput( input );
+	PublishGameState();
+}
+
+void cGame::SetGameState( int32_t state ) {
+	gameState = state;
+	PublishGameState();
+}
+
+void cGame::PublishGameState() const {
+	::gameState = match.gameState;
+}
+
+void cGame::Save( cMatch &saved ) const {
+	saved = match;
+	inputLayer.GetMousePosition( saved.cursorX, saved.cursorY );
+	saved.music = soundLayer.GetCurrentMusic();
+	saved.heartbeatPlaying = soundLayer.heartbeatPlaying;
+	saved.random = cRandom::GetEngine();
+}
+
+// The music and the heartbeat are put back as sounds: what plays is what the saved step heard.
+void cGame::Restore( const cMatch &saved ) {
+	match = saved;
+	inputLayer.SetMousePosition( saved.cursorX, saved.cursorY );
+	if ( saved.music != soundLayer.GetCurrentMusic() ) {
+		if ( saved.music < 0 ) {
+			soundLayer.Stop( soundLayer.GetCurrentMusic() );
+		} else {
+			soundLayer.PlayMusic( saved.music );
+		}
+	}
+	if ( saved.heartbeatPlaying != soundLayer.heartbeatPlaying ) {
+		if ( saved.heartbeatPlaying ) {
+			soundLayer.PlaySound( SOUND_HEARTBEAT, true );
+		} else {
+			soundLayer.Stop( SOUND_HEARTBEAT );
+		}
+		soundLayer.heartbeatPlaying = saved.heartbeatPlaying;
+	}
+	cRandom::SetEngine( saved.random );
+	PublishGameState();
 }
 
 bool cGame::Step() {
@@ -69,6 +111,7 @@ bool cGame::Step() {
 	}
 	AnimateWorld();
 	KeepMusic();
+	PublishGameState();
 	return true;
 }
 
@@ -110,7 +153,7 @@ bool cGame::Process() {
 
 void cGame::AnimateWorld() {
 	if ( ShowsWorld( gameState ) && scene && players && enemies && explosions && items ) {
-		::AnimateWorld( *scene, *players, *enemies, *explosions, *items );
+		::AnimateWorld( gameState, *scene, *players, *enemies, *explosions, *items );
 	}
 }
 
@@ -129,25 +172,14 @@ bool cGame::RenderFrame() const {
 	int32_t mouseX = 0;
 	int32_t mouseY = 0;
 	inputLayer.GetMousePosition( mouseX, mouseY );
-	return graphicsLayer.Render( mouseX, mouseY, scene.get(), players.get(), enemies.get(), bullets.get(),
+	return graphicsLayer.Render( gameState, mouseX, mouseY, scene.get(), players.get(), enemies.get(), bullets.get(),
 								explosions.get(), items.get() );
 }
 
 void cGame::ClearGame() {
-	scene.reset();
-	players.reset();
-	enemies.reset();
-	bullets.reset();
-	explosions.reset();
-	items.reset();
+	match.Clear();
 }
 
 void cGame::SetUpGame( std::unique_ptr<cScene> newScene ) {
-	ClearGame();
-	scene = std::move( newScene );
-	players = std::make_unique<tCharacterList>();
-	enemies = std::make_unique<tCharacterList>();
-	bullets = std::make_unique<tBulletList>();
-	explosions = std::make_unique<tExplosionList>();
-	items = std::make_unique<tItemList>();
+	match.SetUp( std::move( newScene ) );
 }

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/Random.h"
 
-#include <random>
-
 namespace {
 
 std::minstd_rand engine;
@@ -15,4 +13,12 @@ void cRandom::Seed( std::time_t second ) {
 
 int32_t cRandom::Next() {
 	return static_cast<int32_t>( engine() );
+}
+
+std::minstd_rand cRandom::GetEngine() {
+	return engine;
+}
+
+void cRandom::SetEngine( const std::minstd_rand &saved ) {
+	engine = saved;
 }

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <ctime>
+#include <random>
 
 class cRandom {
 public:
@@ -13,4 +14,7 @@ public:
 	static void		Seed( std::time_t second );
 	// The engine's raw output, 1 to 2147483646; the game takes it modulo the size of its choice.
 	static int32_t	Next();
+	// The engine itself, so that a saved game takes it along and puts it back.
+	static std::minstd_rand	GetEngine();
+	static void		SetEngine( const std::minstd_rand &saved );
 };

@@ -227,7 +227,7 @@ TEST_F( HitPassTest, KillsLeaveDeathExplosionsAndTheDrawsDecideTheDropsInOrder )
 	ASSERT_EQ( Items().size(), 2u ) << "the pass seeds by the second: ammunition, health, nothing";
 	EXPECT_TRUE( Items()[0].GetKind() == ITEM_AMMO && Items()[1].GetKind() == ITEM_HEALTH );
 	EXPECT_EQ( Where( Items()[0] ) + Where( Items()[1] ), "(200, 200)(400, 200)" ) << "dropped where the enemies died";
-	EXPECT_EQ( gameState, STATE_PLAYING ) << "only the boss's death wins";
+	EXPECT_EQ( game.GetGame().GetGameState(), STATE_PLAYING ) << "only the boss's death wins";
 }
 
 // One kill a pass, at seconds whose first draw is each edge of the two drop ranges.
@@ -251,12 +251,12 @@ TEST_F( HitPassTest, BossDeathWinsTheGameAndThePassGoesOn ) {
 	game.AddEnemy( KIND_BOSS, 200, 200, DIR_UP, 1 ).SetHealth( 26 );
 	ShootAt( 200, 200 );
 	game.GetGame().ResolveHits();
-	ASSERT_EQ( gameState, STATE_PLAYING ) << "tavesh's 25 leave the boss 1 health: it stands";
+	ASSERT_EQ( game.GetGame().GetGameState(), STATE_PLAYING ) << "tavesh's 25 leave the boss 1 health: it stands";
 	game.GetClock().SetTickCount( 123456 );
 	ShootAt( 200, 200 );
 	Bullets().push_back( cBullet( 506, 506, 1, 0, WEAPON_MACHINE_GUN, KIND_MACHINE_GUNNER ) );
 	game.GetGame().ResolveHits();
-	EXPECT_EQ( gameState, STATE_VICTORY );
+	EXPECT_EQ( game.GetGame().GetGameState(), STATE_VICTORY );
 	EXPECT_EQ( game.GetGame().GetEndTime(), 123456u );
 	EXPECT_EQ( game.GetStoppedSounds(), std::vector<int>{ SOUND_BOSS_MUSIC } );
 	EXPECT_EQ( game.GetPlayedSounds(), ( std::vector<int>{ SOUND_EXPLOSION, SOUND_LEVEL_COMPLETE } ) );

@@ -31,7 +31,7 @@ cPlayer &Player( cTestGame &test, size_t i ) { return static_cast<cPlayer &>( *(
 
 TEST( StateHashTest, EachChangeIsNamedByThePartThatHoldsIt ) {
 	const cChangeCase cases[] = {
-		{ "game", []( cTestGame & ) { gameState = STATE_PAUSE; } },
+		{ "game", []( cTestGame &t ) { t.GetGame().SetGameState( STATE_PAUSE ); } },
 		{ "game", []( cTestGame &t ) { t.GetGame().GetSoundLayer().heartbeatPlaying = true; } },
 		{ "scene", []( cTestGame &t ) { t.GetScene().GetWalkMap()[4499] = 3; } },
 		{ "scene", []( cTestGame &t ) { t.GetScene().SetCameraPosition( 32, 1888 ); } },
