@@ -79,6 +79,9 @@ void cGame::Save( cMatch &saved ) const {
 	saved.music = soundLayer.GetCurrentMusic();
 	saved.heartbeatPlaying = soundLayer.heartbeatPlaying;
 	saved.random = cRandom::GetEngine();
+	if ( inputLayer.GetKeyboard() != nullptr ) {
+		inputLayer.GetKeyboard()->GetSavedState( saved.keysAtLastStep );
+	}
 }
 
 // The music and the heartbeat are put back as sounds: what plays is what the saved step heard.
@@ -101,6 +104,9 @@ void cGame::Restore( const cMatch &saved ) {
 		soundLayer.heartbeatPlaying = saved.heartbeatPlaying;
 	}
 	cRandom::SetEngine( saved.random );
+	if ( inputLayer.GetKeyboard() != nullptr ) {
+		inputLayer.GetKeyboard()->SetSavedState( saved.keysAtLastStep );
+	}
 	PublishGameState();
 }
 

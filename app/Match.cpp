@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/Match.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "actors/Bullet.h"
@@ -67,6 +69,7 @@ cMatch &cMatch::operator=( const cMatch &other ) {
 	music = other.music;
 	heartbeatPlaying = other.heartbeatPlaying;
 	random = other.random;
+	std::copy( std::begin( other.keysAtLastStep ), std::end( other.keysAtLastStep ), std::begin( keysAtLastStep ) );
 	CopyWorld( other );
 	return *this;
 }

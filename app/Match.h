@@ -4,7 +4,7 @@
 // devices. A copy is deep: the scene and every list are copied, each enemy points at the copy's
 // player and walk layer, and a path takes the way it found without the search's working memory.
 // cGame holds the live one; a saved one also holds what the devices keep for the game (the
-// cursor, the music, the heartbeat) and the random engine, so that putting it back puts back
+// cursor, the music, the heartbeat, the keys of the last step of play) and the random engine, so that putting it back puts back
 // everything the state hash reads. The clocks are not held: the rules read the tick count and the
 // calendar second of the step being run, which the clock installed for the game derives.
 
@@ -20,6 +20,8 @@ class cScene;
 
 class cMatch {
 public:
+	static const int	KEY_COUNT = 256;
+
 						cMatch();
 						cMatch( const cMatch &other );
 	cMatch &			operator=( const cMatch &other );
@@ -51,6 +53,7 @@ public:
 	int32_t				music = -1;
 	bool				heartbeatPlaying = false;
 	std::minstd_rand	random;
+	uint8_t				keysAtLastStep[KEY_COUNT] = {};	// what a key that goes down is told from
 
 private:
 	void				CopyWorld( const cMatch &other );
