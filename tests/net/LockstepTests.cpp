@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The lockstep on an in-memory link: inputs late, lost, duplicated and reordered still give both
-// machines the same inputs at every step, each where it belongs; the window of steps a packet may
-// name; the hash exchange catching a planted difference at its step.
+// The lockstep on an in-memory link: inputs late, lost, duplicated and reordered, and a delay that
+// changes, still give both machines the same inputs at every step, each where it belongs; the
+// window of steps a packet may name; the hash exchange catching a planted difference at its step.
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 
 #include "MemoryLink.h"
 #include "net/Handshake.h"
@@ -25,11 +26,19 @@ cStepInput Truth( int side, uint64_t step ) {
 	return input;
 }
 
-// One machine: polls, runs the step when it may, sends its inputs, once a slot.
+using tDelayChanges = std::vector<std::array<int, 3>>;	// side, step, the delay from that step on
+
+// One machine: polls, changes its delay when told, runs the step when it may, sends its inputs,
+// once a slot.
 struct cPeer {
 	cPeer( cMemoryWire &wire, int side, uint32_t delay ) : link( wire, side ), side( side ), lockstep( delay ) {}
 
-	void Slot() {
+	void Slot( const tDelayChanges &changes ) {
+		for ( const std::array<int, 3> &change : changes ) {
+			if ( change[0] == side && static_cast<uint64_t>( change[1] ) == lockstep.GetStep() ) {
+				lockstep.SetDelay( static_cast<uint32_t>( change[2] ) );
+			}
+		}
 		for ( cLink::cEvent event = link.Poll(); event.kind != cLink::NOTHING; event = link.Poll() ) {
 			cNetMessage message;
 			std::string why;
@@ -67,6 +76,8 @@ struct cLinkCase {
 	int					waits;			// slots waited on each side, -1: some
 	int					firstWaitStep;	// -1: none
 	int					firstWait;		// slots of that wait
+	tDelayChanges		changes = {};
+	int					held = 0;		// steps on each side whose own input holds the one before
 };
 
 TEST( LockstepTests, BothMachinesGetEveryInputAtItsStepWhateverTheLinkDoes ) {
@@ -77,26 +88,38 @@ TEST( LockstepTests, BothMachinesGetEveryInputAtItsStepWhateverTheLinkDoes ) {
 		{ "reordered", 4, []( int, int n ) { return cFate { n % 2 == 0 ? 3 : 1, false }; }, 0, -1, 0 },
 		{ "four lost in a row", 3, []( int, int n ) { return cFate { n % 20 >= 5 && n % 20 <= 8 ? 0 : 1, false }; }, -1, 8, 2 },
 		{ "late by three slots", 5, []( int, int ) { return cFate { 8, false }; }, -1, 5, 3 },
+		{ "the delay rises on both at one step", 3, []( int, int n ) { return cFate { n % 5 == 0 ? 0 : 2, false }; }, 0, -1, 0,
+		  { { 0, 100, 7 }, { 1, 100, 7 } }, 4 },
+		{ "the delay falls on both at one step", 3, []( int, int ) { return cFate { 1, false }; }, 0, -1, 0,
+		  { { 0, 100, 1 }, { 1, 100, 1 } }, 0 },
+		{ "one side switches later", 3, []( int, int n ) { return cFate { n % 5 == 0 ? 0 : 2, false }; }, -1, -1, 0,
+		  { { 0, 100, 9 }, { 1, 130, 9 }, { 0, 250, 2 }, { 1, 251, 2 } }, 6 },
 	};
 	for ( const cLinkCase &test : cases ) {
 		cMemoryWire wire( test.rule );
 		cPeer peers[2] = { { wire, 0, test.delay }, { wire, 1, test.delay } };
 		for ( int slot = 0; slot < SLOTS; slot++, wire.Tick() ) {
-			peers[0].Slot();
-			peers[1].Slot();
+			peers[0].Slot( test.changes );
+			peers[1].Slot( test.changes );
 		}
 		for ( const cPeer &peer : peers ) {
 			const cPeer &other = peers[1 - peer.side];
 			ASSERT_GT( peer.seen.size(), 50u ) << test.name << ": side " << peer.side << " hardly ran";
 			EXPECT_EQ( peer.broken, 0 ) << test.name;
+			int held = 0;
 			for ( uint64_t step = 0; step < std::min( peer.seen.size(), other.seen.size() ); step++ ) {
-				const cStepInput none;
-				const bool early = step < test.delay;
-				ASSERT_TRUE( peer.seen[step].first == ( early ? none : Truth( peer.side, step ) ) )
-					<< test.name << ": side " << peer.side << " ran step " << step << " with another own input";
-				ASSERT_TRUE( peer.seen[step].second == ( early ? none : Truth( other.side, step ) ) )
-					<< test.name << ": side " << peer.side << " ran step " << step << " with another partner input";
+				const cStepInput &own = peer.seen[step].first;
+				ASSERT_TRUE( own == other.seen[step].second ) << test.name << ": the machines disagree on step " << step;
+				if ( step < test.delay || own == Truth( peer.side, step ) ) {
+					ASSERT_TRUE( step >= test.delay || own == cStepInput() ) << test.name << ": an input before the first";
+					continue;
+				}
+				cStepInput before = peer.seen[step - 1].first;
+				before.mouse.dx = 0;
+				ASSERT_TRUE( own == before ) << test.name << ": side " << peer.side << " ran step " << step << " with another own input";
+				held++;
 			}
+			EXPECT_EQ( held, test.held ) << test.name << ": side " << peer.side;
 			if ( test.waits >= 0 ) {
 				EXPECT_EQ( peer.waits, test.waits ) << test.name << ": side " << peer.side;
 			} else {
