@@ -19,10 +19,6 @@ enum eGameState : int32_t {
 	STATE_VICTORY			= 10
 };
 
-// The screen the program's game was on after its last step, for code that watches the game from
-// outside between steps; the rules and the drawing read the match's.
-extern int32_t gameState;
-
 // The states that show the world: play and the two end screens drawn over it.
 inline bool ShowsWorld( int32_t state ) {
 	return state == STATE_PLAYING || state == STATE_DEFEAT || state == STATE_VICTORY;

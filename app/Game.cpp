@@ -9,7 +9,6 @@
 #include "actors/WorldAnimation.h"
 #include "log/Log.h"
 #include "platform/Platform.h"
-#include "platform/Random.h"
 #include "sound/SoundIds.h"
 #include "world/Scene.h"
 
@@ -61,16 +60,10 @@ void cGame::Restart( cInputBackend *input ) {
 	soundLayer.StopAll();
 	inputLayer.Release();
 	InitInput( input );
-	PublishGameState();
 }
 
 void cGame::SetGameState( int32_t state ) {
 	gameState = state;
-	PublishGameState();
-}
-
-void cGame::PublishGameState() const {
-	::gameState = match.gameState;
 }
 
 void cGame::Save( cMatch &saved ) const {
@@ -78,7 +71,6 @@ void cGame::Save( cMatch &saved ) const {
 	inputLayer.GetMousePosition( saved.cursorX, saved.cursorY );
 	saved.music = soundLayer.GetCurrentMusic();
 	saved.heartbeatPlaying = soundLayer.heartbeatPlaying;
-	saved.random = cRandom::GetEngine();
 	if ( inputLayer.GetKeyboard() != nullptr ) {
 		inputLayer.GetKeyboard()->GetSavedState( saved.keysAtLastStep );
 	}
@@ -103,11 +95,9 @@ void cGame::Restore( const cMatch &saved ) {
 		}
 		soundLayer.heartbeatPlaying = saved.heartbeatPlaying;
 	}
-	cRandom::SetEngine( saved.random );
 	if ( inputLayer.GetKeyboard() != nullptr ) {
 		inputLayer.GetKeyboard()->SetSavedState( saved.keysAtLastStep );
 	}
-	PublishGameState();
 }
 
 bool cGame::Step() {
@@ -117,7 +107,6 @@ bool cGame::Step() {
 	}
 	AnimateWorld();
 	KeepMusic();
-	PublishGameState();
 	return true;
 }
 

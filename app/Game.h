@@ -67,7 +67,7 @@ public:
 	// game adds its players, item and enemies after it. Tests and tools set up small games with it.
 	void				SetUpGame( std::unique_ptr<cScene> newScene );
 
-	// The whole match into saved, with the cursor, the music, the heartbeat and the random engine;
+	// The whole match into saved, with the cursor, the music, the heartbeat and the last step's keys;
 	// Restore puts it all back. Saving into the same match again reuses its memory.
 	void				Save( cMatch &saved ) const;
 	void				Restore( const cMatch &saved );
@@ -120,9 +120,6 @@ private:
 	bool				IsEveryPlayerDown( uint32_t count, const cPlayer *p1, const cPlayer *p2 ) const;
 	void				UpdateHeartbeat( int32_t lowestHealth );
 	void				MoveCamera( cPlayer *p1, bool moved1, cPlayer *p2, bool moved2 );
-
-	// Publishes the screen for the code that watches the game from outside between steps.
-	void				PublishGameState() const;
 
 	cGraphicsLayer		graphicsLayer;
 	cInputLayer			inputLayer;

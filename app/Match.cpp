@@ -68,7 +68,6 @@ cMatch &cMatch::operator=( const cMatch &other ) {
 	cursorY = other.cursorY;
 	music = other.music;
 	heartbeatPlaying = other.heartbeatPlaying;
-	random = other.random;
 	std::copy( std::begin( other.keysAtLastStep ), std::end( other.keysAtLastStep ), std::begin( keysAtLastStep ) );
 	CopyWorld( other );
 	return *this;

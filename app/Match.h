@@ -4,13 +4,14 @@
 // devices. A copy is deep: the scene and every list are copied, each enemy points at the copy's
 // player and walk layer, and a path takes the way it found without the search's working memory.
 // cGame holds the live one; a saved one also holds what the devices keep for the game (the
-// cursor, the music, the heartbeat, the keys of the last step of play) and the random engine, so that putting it back puts back
-// everything the state hash reads. The clocks are not held: the rules read the tick count and the
-// calendar second of the step being run, which the clock installed for the game derives.
+// cursor, the music, the heartbeat, the keys of the last step of play), so that putting it back
+// puts back everything the state hash reads and everything the next step reads. The clocks are
+// not held: the rules read the tick count and the calendar second of the step being run, which
+// the clock installed for the game gives (online, derived from the step number); the random draws
+// are seeded from that second in the pass that makes them.
 
 #include <cstdint>
 #include <memory>
-#include <random>
 
 #include "actors/ActorLists.h"
 #include "actors/GameState.h"
@@ -52,7 +53,6 @@ public:
 	int32_t				cursorY = 0;
 	int32_t				music = -1;
 	bool				heartbeatPlaying = false;
-	std::minstd_rand	random;
 	uint8_t				keysAtLastStep[KEY_COUNT] = {};	// what a key that goes down is told from
 
 private:

@@ -225,7 +225,6 @@ uint64_t cFingerprint::Compute() {
 
 uint64_t cFingerprint::ComputeAt( std::time_t calendarSecond ) {
 	cClock &previousClock = GetClock();
-	const int32_t previousState = gameState;
 	cManualClock clock( 0, calendarSecond );
 	SetClock( &clock );
 	uint64_t hash = 0;
@@ -235,7 +234,6 @@ uint64_t cFingerprint::ComputeAt( std::time_t calendarSecond ) {
 		FlyFan( game, hash );
 		game.Finalize();
 	}
-	gameState = previousState;
 	SetClock( &previousClock );
 	return hash;
 }

@@ -162,8 +162,8 @@ protected:
 	// Sets the clock to the first calendar second whose first three draws after seeding suit the wish.
 	void SetSecondFor( const std::function<bool( const int *draws )> &wish ) {
 		for ( std::time_t second = 1700000000; second < 1701000000; second++ ) {
-			cRandom::Seed( second );
-			const int draws[3] = { cRandom::Next() % 50 + 1, cRandom::Next() % 50 + 1, cRandom::Next() % 50 + 1 };
+			cRandom random( second );
+			const int draws[3] = { random.Next() % 50 + 1, random.Next() % 50 + 1, random.Next() % 50 + 1 };
 			if ( wish( draws ) ) {
 				game.GetClock().SetCalendarTime( second );
 				return;
@@ -217,7 +217,6 @@ TEST_F( HitPassTest, KillsLeaveDeathExplosionsAndTheDrawsDecideTheDropsInOrder )
 		game.AddEnemy( KIND_SOLDIER, x, 200, DIR_UP, 1 ).SetHealth( 20 );
 		ShootAt( x, 200 );
 	}
-	cRandom::Seed( 7 );
 	game.GetGame().ResolveHits();
 	EXPECT_TRUE( Enemies().empty() ) << "killed enemies leave the list";
 	ASSERT_EQ( Explosions().size(), 3u );
