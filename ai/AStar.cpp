@@ -37,10 +37,11 @@ void cAStar::SetPassability( const int32_t *walkMap ) {
 	if ( work == nullptr ) {
 		return;
 	}
+	cWork &w = *work;
 	for ( int32_t x = 0; x < MAP_COLUMNS; x++ ) {
 		const int32_t *cell = walkMap + x;
 		for ( int32_t y = 0; y < MAP_ROWS; y++, cell += MAP_COLUMNS ) {
-			work->passable[x][y] = ( *cell == WALK_FLOOR ) ? PASSABLE : NOT_PASSABLE;
+			w.passable[x][y] = ( *cell == WALK_FLOOR ) ? PASSABLE : NOT_PASSABLE;
 		}
 	}
 }
@@ -51,26 +52,27 @@ int32_t cAStar::FindPath( int32_t startX, int32_t startY, int32_t targetX, int32
 	if ( work == nullptr || !IsInGrid( startX, startY ) || !IsInGrid( targetX, targetY ) ) {
 		return RESULT_NO_PATH;
 	}
-	if ( work->passable[targetX][targetY] == NOT_PASSABLE ) {
+	cWork &w = *work;
+	if ( w.passable[targetX][targetY] == NOT_PASSABLE ) {
 		return RESULT_NO_PATH;
 	}
 	PrepareMarks();
 	const int32_t openMark = closedMark - 1;
 	pathLength = 0;
-	work->costG[startX][startY] = 0;
+	w.costG[startX][startY] = 0;
 	// The start is item 1 and is taken at once; the first cell added after it reuses that id.
 	int32_t openCount = 1;
 	int32_t lastItem = 0;
-	work->openHeap[1] = 1;
-	work->openX[1] = startX;
-	work->openY[1] = startY;
+	w.openHeap[1] = 1;
+	w.openX[1] = startX;
+	w.openY[1] = startY;
 	while ( openCount > 0 ) {
 		int32_t x = 0;
 		int32_t y = 0;
 		TakeTopItem( openCount, x, y );
 		openCount--;
 		ExpandCell( x, y, targetX, targetY, openCount, lastItem );
-		if ( work->listMark[targetX][targetY] == openMark ) {
+		if ( w.listMark[targetX][targetY] == openMark ) {
 			StorePath( startX, startY, targetX, targetY );
 			return RESULT_FOUND;
 		}
@@ -80,6 +82,7 @@ int32_t cAStar::FindPath( int32_t startX, int32_t startY, int32_t targetX, int32
 
 // The neighbours row by row from the top-left; the cell itself is skipped as closed.
 void cAStar::ExpandCell( int32_t x, int32_t y, int32_t targetX, int32_t targetY, int32_t &openCount, int32_t &lastItem ) {
+	cWork &w = *work;
 	const int32_t openMark = closedMark - 1;
 	for ( int32_t b = y - 1; b <= y + 1; b++ ) {
 		for ( int32_t a = x - 1; a <= x + 1; a++ ) {
@@ -87,7 +90,7 @@ void cAStar::ExpandCell( int32_t x, int32_t y, int32_t targetX, int32_t targetY,
 				continue;
 			}
 			const int32_t stepCost = ( a != x && b != y ) ? DIAGONAL_COST : STRAIGHT_COST;
-			if ( work->listMark[a][b] != openMark ) {
+			if ( w.listMark[a][b] != openMark ) {
 				AddToOpenList( x, y, a, b, stepCost, targetX, targetY, openCount, lastItem );
 			} else {
 				ImproveOpenCell( x, y, a, b, stepCost, openCount );
@@ -99,113 +102,120 @@ void cAStar::ExpandCell( int32_t x, int32_t y, int32_t targetX, int32_t targetY,
 // Each search moves the marks on by two instead of clearing its lists; only after a very long
 // run of searches on one object are the marks wiped and started over.
 void cAStar::PrepareMarks() {
+	cWork &w = *work;
 	if ( closedMark > MARK_LIMIT ) {
-		std::memset( work->listMark, 0, sizeof( work->listMark ) );
+		std::memset( w.listMark, 0, sizeof( w.listMark ) );
 		closedMark = FIRST_CLOSED_MARK;
 	}
 	closedMark += 2;
 }
 
 void cAStar::TakeTopItem( int32_t openCount, int32_t &x, int32_t &y ) {
-	const int32_t item = work->openHeap[1];
-	x = work->openX[item];
-	y = work->openY[item];
-	work->listMark[x][y] = closedMark;
-	work->openHeap[1] = work->openHeap[openCount];
+	cWork &w = *work;
+	const int32_t item = w.openHeap[1];
+	x = w.openX[item];
+	y = w.openY[item];
+	w.listMark[x][y] = closedMark;
+	w.openHeap[1] = w.openHeap[openCount];
 	SiftDown( openCount - 1 );
 }
 
 // On equal F a child rises over its parent, and the right child over an equal left one.
 void cAStar::SiftDown( int32_t openCount ) {
+	cWork &w = *work;
 	int32_t v = 1;
 	for ( ;; ) {
 		const int32_t u = v;
 		if ( 2 * u + 1 <= openCount ) {
-			if ( work->costF[work->openHeap[u]] >= work->costF[work->openHeap[2 * u]] ) {
+			if ( w.costF[w.openHeap[u]] >= w.costF[w.openHeap[2 * u]] ) {
 				v = 2 * u;
 			}
-			if ( work->costF[work->openHeap[v]] >= work->costF[work->openHeap[2 * u + 1]] ) {
+			if ( w.costF[w.openHeap[v]] >= w.costF[w.openHeap[2 * u + 1]] ) {
 				v = 2 * u + 1;
 			}
 		} else if ( 2 * u <= openCount ) {
-			if ( work->costF[work->openHeap[u]] >= work->costF[work->openHeap[2 * u]] ) {
+			if ( w.costF[w.openHeap[u]] >= w.costF[w.openHeap[2 * u]] ) {
 				v = 2 * u;
 			}
 		}
 		if ( u == v ) {
 			return;
 		}
-		const int32_t item = work->openHeap[u];
-		work->openHeap[u] = work->openHeap[v];
-		work->openHeap[v] = item;
+		const int32_t item = w.openHeap[u];
+		w.openHeap[u] = w.openHeap[v];
+		w.openHeap[v] = item;
 	}
 }
 
 // A newly added cell rises over parents of equal F.
 void cAStar::BubbleUp( int32_t position ) {
+	cWork &w = *work;
 	int32_t m = position;
-	while ( m != 1 && work->costF[work->openHeap[m]] <= work->costF[work->openHeap[m / 2]] ) {
-		const int32_t item = work->openHeap[m / 2];
-		work->openHeap[m / 2] = work->openHeap[m];
-		work->openHeap[m] = item;
+	while ( m != 1 && w.costF[w.openHeap[m]] <= w.costF[w.openHeap[m / 2]] ) {
+		const int32_t item = w.openHeap[m / 2];
+		w.openHeap[m / 2] = w.openHeap[m];
+		w.openHeap[m] = item;
 		m /= 2;
 	}
 }
 
 // A diagonal step needs both cells beside it free: corners are never cut.
 bool cAStar::CanEnter( int32_t x, int32_t y, int32_t a, int32_t b ) const {
+	cWork &w = *work;
 	if ( a == -1 || b == -1 || a == MAP_COLUMNS || b == MAP_ROWS ) {
 		return false;
 	}
-	if ( work->listMark[a][b] == closedMark ) {
+	if ( w.listMark[a][b] == closedMark ) {
 		return false;
 	}
-	if ( work->passable[a][b] == NOT_PASSABLE ) {
+	if ( w.passable[a][b] == NOT_PASSABLE ) {
 		return false;
 	}
 	if ( a != x && b != y ) {
-		return work->passable[a][y] == PASSABLE && work->passable[x][b] == PASSABLE;
+		return w.passable[a][y] == PASSABLE && w.passable[x][b] == PASSABLE;
 	}
 	return true;
 }
 
 void cAStar::AddToOpenList( int32_t x, int32_t y, int32_t a, int32_t b, int32_t stepCost,
 							int32_t targetX, int32_t targetY, int32_t &openCount, int32_t &lastItem ) {
+	cWork &w = *work;
 	lastItem++;
 	const int32_t position = openCount + 1;
-	work->openHeap[position] = lastItem;
-	work->openX[lastItem] = a;
-	work->openY[lastItem] = b;
-	work->cellItem[a][b] = lastItem;
-	work->costG[a][b] = work->costG[x][y] + stepCost;
-	work->costH[lastItem] = HEURISTIC_WEIGHT * ( std::abs( a - targetX ) + std::abs( b - targetY ) );
-	work->costF[lastItem] = work->costG[a][b] + work->costH[lastItem];
-	work->parentX[a][b] = x;
-	work->parentY[a][b] = y;
+	w.openHeap[position] = lastItem;
+	w.openX[lastItem] = a;
+	w.openY[lastItem] = b;
+	w.cellItem[a][b] = lastItem;
+	w.costG[a][b] = w.costG[x][y] + stepCost;
+	w.costH[lastItem] = HEURISTIC_WEIGHT * ( std::abs( a - targetX ) + std::abs( b - targetY ) );
+	w.costF[lastItem] = w.costG[a][b] + w.costH[lastItem];
+	w.parentX[a][b] = x;
+	w.parentY[a][b] = y;
 	BubbleUp( position );
 	openCount++;
-	work->listMark[a][b] = closedMark - 1;
+	w.listMark[a][b] = closedMark - 1;
 }
 
 // A shorter way to a cell already on the open list: the cell's item is found by a scan of the
 // heap and only rises while strictly cheaper than its parent. A cell has one item in a search,
 // so the scan looks for that item's id rather than comparing cells.
 void cAStar::ImproveOpenCell( int32_t x, int32_t y, int32_t a, int32_t b, int32_t stepCost, int32_t openCount ) {
-	const int32_t newG = work->costG[x][y] + stepCost;
-	if ( newG >= work->costG[a][b] ) {
+	cWork &w = *work;
+	const int32_t newG = w.costG[x][y] + stepCost;
+	if ( newG >= w.costG[a][b] ) {
 		return;
 	}
-	work->parentX[a][b] = x;
-	work->parentY[a][b] = y;
-	work->costG[a][b] = newG;
-	const int32_t item = work->cellItem[a][b];
+	w.parentX[a][b] = x;
+	w.parentY[a][b] = y;
+	w.costG[a][b] = newG;
+	const int32_t item = w.cellItem[a][b];
 	for ( int32_t i = 1; i <= openCount; i++ ) {
-		if ( work->openHeap[i] == item ) {
-			work->costF[item] = newG + work->costH[item];
+		if ( w.openHeap[i] == item ) {
+			w.costF[item] = newG + w.costH[item];
 			int32_t m = i;
-			while ( m != 1 && work->costF[work->openHeap[m]] < work->costF[work->openHeap[m / 2]] ) {
-				work->openHeap[m] = work->openHeap[m / 2];
-				work->openHeap[m / 2] = item;
+			while ( m != 1 && w.costF[w.openHeap[m]] < w.costF[w.openHeap[m / 2]] ) {
+				w.openHeap[m] = w.openHeap[m / 2];
+				w.openHeap[m / 2] = item;
 				m /= 2;
 			}
 			return;
@@ -216,10 +226,11 @@ void cAStar::ImproveOpenCell( int32_t x, int32_t y, int32_t a, int32_t b, int32_
 // Walks the parent links from the target back to the start twice: once to count, once to fill
 // the cells from the end, so that cell 1 is the start's neighbour.
 void cAStar::StorePath( int32_t startX, int32_t startY, int32_t targetX, int32_t targetY ) {
+	cWork &w = *work;
 	int32_t count = 0;
 	for ( int32_t x = targetX, y = targetY; x != startX || y != startY; count++ ) {
-		const int32_t px = work->parentX[x][y];
-		y = work->parentY[x][y];
+		const int32_t px = w.parentX[x][y];
+		y = w.parentY[x][y];
 		x = px;
 	}
 	pathLength = count;
@@ -229,8 +240,8 @@ void cAStar::StorePath( int32_t startX, int32_t startY, int32_t targetX, int32_t
 	for ( int32_t i = count; i >= 1; i-- ) {
 		pathCells[2 * i - 2] = x;
 		pathCells[2 * i - 1] = y;
-		const int32_t px = work->parentX[x][y];
-		y = work->parentY[x][y];
+		const int32_t px = w.parentX[x][y];
+		y = w.parentY[x][y];
 		x = px;
 	}
 	nextStep = 1;
