@@ -4,6 +4,7 @@
 // health, weapon, position and facing, fire cool-down and walk animation.
 
 #include <cstdint>
+#include <memory>
 
 #include "actors/ActorTypes.h"
 #include "actors/Bullet.h"
@@ -17,12 +18,15 @@ public:
 
 	virtual				~cCharacter() = default;
 
+	// A copy of the same kind; what it points at (an enemy's target) is the caller's to relink.
+	virtual std::unique_ptr<cCharacter> Clone() const = 0;
+
 	// The picture the character shows in this step's frame, in the characters sheet, and its
 	// screen position.
 	virtual void		GetDrawInfo( cRect &rect, int32_t &screenX, int32_t &screenY, const cScene &scene ) const = 0;
 	// Once per step while the character is on the shown world: takes the picture for this step's
-	// frame, then moves the walk animation on.
-	virtual void		Animate() = 0;
+	// frame, then moves the walk animation on. screen is the game's (actors/GameState.h).
+	virtual void		Animate( int32_t screen ) = 0;
 
 	int32_t				GetKind() const { return kind; }
 	void				SetKind( int32_t newKind ) { kind = newKind; }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
-// The screen the program is on. One global, read by the menus, the update and the drawing; it lives
-// with the actors, the lowest layer that reads it, since players and enemies freeze on the end screens.
+// The screens of the program. The game's match (app/Match.h) holds the one it is on; the codes live
+// with the actors, the lowest layer that reads them, since players and enemies freeze on the end screens.
 
 #include <cstdint>
 
@@ -18,8 +18,6 @@ enum eGameState : int32_t {
 	STATE_DEFEAT			= 9,
 	STATE_VICTORY			= 10
 };
-
-extern int32_t gameState;
 
 // The states that show the world: play and the two end screens drawn over it.
 inline bool ShowsWorld( int32_t state ) {

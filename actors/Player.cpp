@@ -59,10 +59,10 @@ void cPlayer::GetDrawInfo( cRect &rect, int32_t &screenX, int32_t &screenY, cons
 	}
 }
 
-void cPlayer::Animate() {
+void cPlayer::Animate( int32_t screen ) {
 	shownFrame = animFrame;
 	// The victory screen freezes the players as they stood.
-	if ( gameState == STATE_VICTORY ) {
+	if ( screen == STATE_VICTORY ) {
 		return;
 	}
 	if ( dead && !moving ) {

@@ -19,7 +19,8 @@ public:
 	~cPlayer() override = default;
 
 	void				GetDrawInfo( cRect &rect, int32_t &screenX, int32_t &screenY, const cScene &scene ) const override;
-	void				Animate() override;
+	std::unique_ptr<cCharacter> Clone() const override { return std::make_unique<cPlayer>( *this ); }
+	void				Animate( int32_t screen ) override;
 
 	// One firing attempt while the fire key is held; shot tells whether a bullet came out.
 	void				Shoot( tBulletList &bullets, bool &shot );

@@ -8,7 +8,7 @@
 
 // In the order the frame draws them. Out of view, items keep their phase and enemies neither walk
 // nor notice anything for the exclamation.
-void AnimateWorld( const cScene &scene, tCharacterList &players, tCharacterList &enemies,
+void AnimateWorld( int32_t screen, const cScene &scene, tCharacterList &players, tCharacterList &enemies,
 				   tExplosionList &explosions, tItemList &items ) {
 	const int32_t cameraX = scene.GetCameraX();
 	const int32_t cameraY = scene.GetCameraY();
@@ -18,11 +18,11 @@ void AnimateWorld( const cScene &scene, tCharacterList &players, tCharacterList 
 		}
 	}
 	for ( const std::unique_ptr<cCharacter> &player : players ) {
-		player->Animate();
+		player->Animate( screen );
 	}
 	for ( const std::unique_ptr<cCharacter> &enemy : enemies ) {
 		if ( enemy->IsInView( cameraX, cameraY ) ) {
-			enemy->Animate();
+			enemy->Animate( screen );
 		}
 	}
 	for ( cExplosion &explosion : explosions ) {

@@ -5,9 +5,11 @@
 // and explosions play. Each takes the picture that the step's frame shows before moving on, so
 // that the frame shows what it would have shown had it been the one to move them on.
 
+#include <cstdint>
+
 #include "actors/ActorLists.h"
 
 class cScene;
 
-void AnimateWorld( const cScene &scene, tCharacterList &players, tCharacterList &enemies,
+void AnimateWorld( int32_t screen, const cScene &scene, tCharacterList &players, tCharacterList &enemies,
 				   tExplosionList &explosions, tItemList &items );

@@ -10,11 +10,22 @@
 // leftover memory for a cell on one of its lists.
 cAStar::cAStar()
 	: closedMark( FIRST_CLOSED_MARK ),
+	work( new cWork ),
 	pathLength( 0 ),
 	nextStep( 1 ) {
-	std::memset( passable, NOT_PASSABLE, sizeof( passable ) );
-	std::memset( listMark, 0, sizeof( listMark ) );
+	std::memset( work->passable, NOT_PASSABLE, sizeof( work->passable ) );
+	std::memset( work->listMark, 0, sizeof( work->listMark ) );
 }
+
+// A copy holds the path only: searching again needs a fresh object.
+cAStar::cAStar( const cAStar &other )
+	: closedMark( other.closedMark ),
+	pathLength( other.pathLength ),
+	pathCells( other.pathCells ),
+	nextStep( other.nextStep ) {
+}
+
+cAStar::~cAStar() = default;
 
 void cAStar::InitPathBuffer() {
 	pathCells.clear();
@@ -22,11 +33,15 @@ void cAStar::InitPathBuffer() {
 }
 
 void cAStar::SetPassability( const int32_t *walkMap ) {
-	assert( walkMap != nullptr );
+	assert( walkMap != nullptr && work != nullptr && "a copy cannot search" );
+	if ( work == nullptr ) {
+		return;
+	}
+	cWork &w = *work;
 	for ( int32_t x = 0; x < MAP_COLUMNS; x++ ) {
 		const int32_t *cell = walkMap + x;
 		for ( int32_t y = 0; y < MAP_ROWS; y++, cell += MAP_COLUMNS ) {
-			passable[x][y] = ( *cell == WALK_FLOOR ) ? PASSABLE : NOT_PASSABLE;
+			w.passable[x][y] = ( *cell == WALK_FLOOR ) ? PASSABLE : NOT_PASSABLE;
 		}
 	}
 }
@@ -34,29 +49,30 @@ void cAStar::SetPassability( const int32_t *walkMap ) {
 // The search stops as soon as the target joins the open list, and the heuristic overrates
 // diagonal ways, so enemies take the first way found rather than always the shortest one.
 int32_t cAStar::FindPath( int32_t startX, int32_t startY, int32_t targetX, int32_t targetY ) {
-	if ( !IsInGrid( startX, startY ) || !IsInGrid( targetX, targetY ) ) {
+	if ( work == nullptr || !IsInGrid( startX, startY ) || !IsInGrid( targetX, targetY ) ) {
 		return RESULT_NO_PATH;
 	}
-	if ( passable[targetX][targetY] == NOT_PASSABLE ) {
+	cWork &w = *work;
+	if ( w.passable[targetX][targetY] == NOT_PASSABLE ) {
 		return RESULT_NO_PATH;
 	}
 	PrepareMarks();
 	const int32_t openMark = closedMark - 1;
 	pathLength = 0;
-	costG[startX][startY] = 0;
+	w.costG[startX][startY] = 0;
 	// The start is item 1 and is taken at once; the first cell added after it reuses that id.
 	int32_t openCount = 1;
 	int32_t lastItem = 0;
-	openHeap[1] = 1;
-	openX[1] = startX;
-	openY[1] = startY;
+	w.openHeap[1] = 1;
+	w.openX[1] = startX;
+	w.openY[1] = startY;
 	while ( openCount > 0 ) {
 		int32_t x = 0;
 		int32_t y = 0;
 		TakeTopItem( openCount, x, y );
 		openCount--;
 		ExpandCell( x, y, targetX, targetY, openCount, lastItem );
-		if ( listMark[targetX][targetY] == openMark ) {
+		if ( w.listMark[targetX][targetY] == openMark ) {
 			StorePath( startX, startY, targetX, targetY );
 			return RESULT_FOUND;
 		}
@@ -66,6 +82,7 @@ int32_t cAStar::FindPath( int32_t startX, int32_t startY, int32_t targetX, int32
 
 // The neighbours row by row from the top-left; the cell itself is skipped as closed.
 void cAStar::ExpandCell( int32_t x, int32_t y, int32_t targetX, int32_t targetY, int32_t &openCount, int32_t &lastItem ) {
+	cWork &w = *work;
 	const int32_t openMark = closedMark - 1;
 	for ( int32_t b = y - 1; b <= y + 1; b++ ) {
 		for ( int32_t a = x - 1; a <= x + 1; a++ ) {
@@ -73,7 +90,7 @@ void cAStar::ExpandCell( int32_t x, int32_t y, int32_t targetX, int32_t targetY,
 				continue;
 			}
 			const int32_t stepCost = ( a != x && b != y ) ? DIAGONAL_COST : STRAIGHT_COST;
-			if ( listMark[a][b] != openMark ) {
+			if ( w.listMark[a][b] != openMark ) {
 				AddToOpenList( x, y, a, b, stepCost, targetX, targetY, openCount, lastItem );
 			} else {
 				ImproveOpenCell( x, y, a, b, stepCost, openCount );
@@ -85,113 +102,120 @@ void cAStar::ExpandCell( int32_t x, int32_t y, int32_t targetX, int32_t targetY,
 // Each search moves the marks on by two instead of clearing its lists; only after a very long
 // run of searches on one object are the marks wiped and started over.
 void cAStar::PrepareMarks() {
+	cWork &w = *work;
 	if ( closedMark > MARK_LIMIT ) {
-		std::memset( listMark, 0, sizeof( listMark ) );
+		std::memset( w.listMark, 0, sizeof( w.listMark ) );
 		closedMark = FIRST_CLOSED_MARK;
 	}
 	closedMark += 2;
 }
 
 void cAStar::TakeTopItem( int32_t openCount, int32_t &x, int32_t &y ) {
-	const int32_t item = openHeap[1];
-	x = openX[item];
-	y = openY[item];
-	listMark[x][y] = closedMark;
-	openHeap[1] = openHeap[openCount];
+	cWork &w = *work;
+	const int32_t item = w.openHeap[1];
+	x = w.openX[item];
+	y = w.openY[item];
+	w.listMark[x][y] = closedMark;
+	w.openHeap[1] = w.openHeap[openCount];
 	SiftDown( openCount - 1 );
 }
 
 // On equal F a child rises over its parent, and the right child over an equal left one.
 void cAStar::SiftDown( int32_t openCount ) {
+	cWork &w = *work;
 	int32_t v = 1;
 	for ( ;; ) {
 		const int32_t u = v;
 		if ( 2 * u + 1 <= openCount ) {
-			if ( costF[openHeap[u]] >= costF[openHeap[2 * u]] ) {
+			if ( w.costF[w.openHeap[u]] >= w.costF[w.openHeap[2 * u]] ) {
 				v = 2 * u;
 			}
-			if ( costF[openHeap[v]] >= costF[openHeap[2 * u + 1]] ) {
+			if ( w.costF[w.openHeap[v]] >= w.costF[w.openHeap[2 * u + 1]] ) {
 				v = 2 * u + 1;
 			}
 		} else if ( 2 * u <= openCount ) {
-			if ( costF[openHeap[u]] >= costF[openHeap[2 * u]] ) {
+			if ( w.costF[w.openHeap[u]] >= w.costF[w.openHeap[2 * u]] ) {
 				v = 2 * u;
 			}
 		}
 		if ( u == v ) {
 			return;
 		}
-		const int32_t item = openHeap[u];
-		openHeap[u] = openHeap[v];
-		openHeap[v] = item;
+		const int32_t item = w.openHeap[u];
+		w.openHeap[u] = w.openHeap[v];
+		w.openHeap[v] = item;
 	}
 }
 
 // A newly added cell rises over parents of equal F.
 void cAStar::BubbleUp( int32_t position ) {
+	cWork &w = *work;
 	int32_t m = position;
-	while ( m != 1 && costF[openHeap[m]] <= costF[openHeap[m / 2]] ) {
-		const int32_t item = openHeap[m / 2];
-		openHeap[m / 2] = openHeap[m];
-		openHeap[m] = item;
+	while ( m != 1 && w.costF[w.openHeap[m]] <= w.costF[w.openHeap[m / 2]] ) {
+		const int32_t item = w.openHeap[m / 2];
+		w.openHeap[m / 2] = w.openHeap[m];
+		w.openHeap[m] = item;
 		m /= 2;
 	}
 }
 
 // A diagonal step needs both cells beside it free: corners are never cut.
 bool cAStar::CanEnter( int32_t x, int32_t y, int32_t a, int32_t b ) const {
+	cWork &w = *work;
 	if ( a == -1 || b == -1 || a == MAP_COLUMNS || b == MAP_ROWS ) {
 		return false;
 	}
-	if ( listMark[a][b] == closedMark ) {
+	if ( w.listMark[a][b] == closedMark ) {
 		return false;
 	}
-	if ( passable[a][b] == NOT_PASSABLE ) {
+	if ( w.passable[a][b] == NOT_PASSABLE ) {
 		return false;
 	}
 	if ( a != x && b != y ) {
-		return passable[a][y] == PASSABLE && passable[x][b] == PASSABLE;
+		return w.passable[a][y] == PASSABLE && w.passable[x][b] == PASSABLE;
 	}
 	return true;
 }
 
 void cAStar::AddToOpenList( int32_t x, int32_t y, int32_t a, int32_t b, int32_t stepCost,
 							int32_t targetX, int32_t targetY, int32_t &openCount, int32_t &lastItem ) {
+	cWork &w = *work;
 	lastItem++;
 	const int32_t position = openCount + 1;
-	openHeap[position] = lastItem;
-	openX[lastItem] = a;
-	openY[lastItem] = b;
-	cellItem[a][b] = lastItem;
-	costG[a][b] = costG[x][y] + stepCost;
-	costH[lastItem] = HEURISTIC_WEIGHT * ( std::abs( a - targetX ) + std::abs( b - targetY ) );
-	costF[lastItem] = costG[a][b] + costH[lastItem];
-	parentX[a][b] = x;
-	parentY[a][b] = y;
+	w.openHeap[position] = lastItem;
+	w.openX[lastItem] = a;
+	w.openY[lastItem] = b;
+	w.cellItem[a][b] = lastItem;
+	w.costG[a][b] = w.costG[x][y] + stepCost;
+	w.costH[lastItem] = HEURISTIC_WEIGHT * ( std::abs( a - targetX ) + std::abs( b - targetY ) );
+	w.costF[lastItem] = w.costG[a][b] + w.costH[lastItem];
+	w.parentX[a][b] = x;
+	w.parentY[a][b] = y;
 	BubbleUp( position );
 	openCount++;
-	listMark[a][b] = closedMark - 1;
+	w.listMark[a][b] = closedMark - 1;
 }
 
 // A shorter way to a cell already on the open list: the cell's item is found by a scan of the
 // heap and only rises while strictly cheaper than its parent. A cell has one item in a search,
 // so the scan looks for that item's id rather than comparing cells.
 void cAStar::ImproveOpenCell( int32_t x, int32_t y, int32_t a, int32_t b, int32_t stepCost, int32_t openCount ) {
-	const int32_t newG = costG[x][y] + stepCost;
-	if ( newG >= costG[a][b] ) {
+	cWork &w = *work;
+	const int32_t newG = w.costG[x][y] + stepCost;
+	if ( newG >= w.costG[a][b] ) {
 		return;
 	}
-	parentX[a][b] = x;
-	parentY[a][b] = y;
-	costG[a][b] = newG;
-	const int32_t item = cellItem[a][b];
+	w.parentX[a][b] = x;
+	w.parentY[a][b] = y;
+	w.costG[a][b] = newG;
+	const int32_t item = w.cellItem[a][b];
 	for ( int32_t i = 1; i <= openCount; i++ ) {
-		if ( openHeap[i] == item ) {
-			costF[item] = newG + costH[item];
+		if ( w.openHeap[i] == item ) {
+			w.costF[item] = newG + w.costH[item];
 			int32_t m = i;
-			while ( m != 1 && costF[openHeap[m]] < costF[openHeap[m / 2]] ) {
-				openHeap[m] = openHeap[m / 2];
-				openHeap[m / 2] = item;
+			while ( m != 1 && w.costF[w.openHeap[m]] < w.costF[w.openHeap[m / 2]] ) {
+				w.openHeap[m] = w.openHeap[m / 2];
+				w.openHeap[m / 2] = item;
 				m /= 2;
 			}
 			return;
@@ -202,10 +226,11 @@ void cAStar::ImproveOpenCell( int32_t x, int32_t y, int32_t a, int32_t b, int32_
 // Walks the parent links from the target back to the start twice: once to count, once to fill
 // the cells from the end, so that cell 1 is the start's neighbour.
 void cAStar::StorePath( int32_t startX, int32_t startY, int32_t targetX, int32_t targetY ) {
+	cWork &w = *work;
 	int32_t count = 0;
 	for ( int32_t x = targetX, y = targetY; x != startX || y != startY; count++ ) {
-		const int32_t px = parentX[x][y];
-		y = parentY[x][y];
+		const int32_t px = w.parentX[x][y];
+		y = w.parentY[x][y];
 		x = px;
 	}
 	pathLength = count;
@@ -215,8 +240,8 @@ void cAStar::StorePath( int32_t startX, int32_t startY, int32_t targetX, int32_t
 	for ( int32_t i = count; i >= 1; i-- ) {
 		pathCells[2 * i - 2] = x;
 		pathCells[2 * i - 1] = y;
-		const int32_t px = parentX[x][y];
-		y = parentY[x][y];
+		const int32_t px = w.parentX[x][y];
+		y = w.parentY[x][y];
 		x = px;
 	}
 	nextStep = 1;

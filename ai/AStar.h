@@ -2,9 +2,12 @@
 #pragma once
 // cAStar finds one enemy's way between two cells of the walk layer: an A* search over the
 // 8-connected grid that never cuts a corner, on a snapshot of the walk layer taken when loaded.
-// Each search runs on a fresh object, which the path that asked for it keeps until it ends.
+// Each search runs on a fresh object, which the path that asked for it keeps until it ends. The
+// search's working memory (about 190 KB) sits apart from the path it found: a copy holds the
+// path alone, and cannot search.
 
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 #include "world/Grid.h"
@@ -20,7 +23,9 @@ public:
 	static constexpr int32_t HEURISTIC_WEIGHT = 10;		// times the Manhattan distance in cells
 
 						cAStar();
-	virtual				~cAStar() = default;
+						cAStar( const cAStar &other );
+	cAStar &			operator=( const cAStar & ) = delete;
+	virtual				~cAStar();
 
 	// Makes the path storage ready; it stays empty until a search succeeds.
 	void				InitPathBuffer();
@@ -64,18 +69,23 @@ private:
 	bool				IsStepIndex( int32_t i ) const { return i >= 1 && i <= pathLength; }
 	int32_t				ClampStepIndex( int32_t i ) const;
 
+	// The lists and the snapshot of one search; what a copy leaves behind.
+	struct cWork {
+		uint8_t			passable[MAP_COLUMNS][MAP_ROWS];
+		int32_t			openHeap[ITEM_COUNT];			// item ids, a min-heap on F from position 1
+		int32_t			listMark[CELL_COLUMNS][CELL_ROWS];
+		int32_t			openX[ITEM_COUNT];
+		int32_t			openY[ITEM_COUNT];
+		int32_t			parentX[CELL_COLUMNS][CELL_ROWS];
+		int32_t			parentY[CELL_COLUMNS][CELL_ROWS];
+		int32_t			costF[ITEM_COUNT];
+		int32_t			costG[CELL_COLUMNS][CELL_ROWS];
+		int32_t			costH[ITEM_COUNT];
+		int32_t			cellItem[CELL_COLUMNS][CELL_ROWS];	// item id of each cell on the open list
+	};
+
 	int32_t				closedMark;						// the closed list's mark; the open list's is one less
-	uint8_t				passable[MAP_COLUMNS][MAP_ROWS];
-	int32_t				openHeap[ITEM_COUNT];			// item ids, a min-heap on F from position 1
-	int32_t				listMark[CELL_COLUMNS][CELL_ROWS];
-	int32_t				openX[ITEM_COUNT];
-	int32_t				openY[ITEM_COUNT];
-	int32_t				parentX[CELL_COLUMNS][CELL_ROWS];
-	int32_t				parentY[CELL_COLUMNS][CELL_ROWS];
-	int32_t				costF[ITEM_COUNT];
-	int32_t				costG[CELL_COLUMNS][CELL_ROWS];
-	int32_t				costH[ITEM_COUNT];
-	int32_t				cellItem[CELL_COLUMNS][CELL_ROWS];	// item id of each cell on the open list
+	std::unique_ptr<cWork>	work;						// null in a copy
 	int32_t				pathLength;						// in cells, the start not counted
 	std::vector<int32_t> pathCells;						// x then y of each cell, first step to target
 	int32_t				nextStep;						// 1-based index of the cell ReadNextStep gives

@@ -114,10 +114,15 @@ bool cEnemy::TakeHit( const cBullet &bullet ) {
 	return true;
 }
 
-void cEnemy::Animate() {
+void cEnemy::Relink( cPlayer *copiedTarget, const int32_t *copiedWalkMap ) {
+	target = copiedTarget;
+	path.Relink( copiedWalkMap );
+}
+
+void cEnemy::Animate( int32_t screen ) {
 	shownFrame = animFrame;
 	// The defeat screen freezes the enemies as they stood.
-	if ( gameState != STATE_DEFEAT ) {
+	if ( screen != STATE_DEFEAT ) {
 		AnimateWalk();
 	}
 	if ( HasJustNoticed() ) {

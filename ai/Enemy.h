@@ -55,8 +55,11 @@ public:
 	~cEnemy() override = default;
 
 	void				GetDrawInfo( cRect &rect, int32_t &screenX, int32_t &screenY, const cScene &scene ) const override;
+	std::unique_ptr<cCharacter> Clone() const override { return std::make_unique<cEnemy>( *this ); }
+	// The copy of a whole game points at the copy's target and walk layer.
+	void				Relink( cPlayer *copiedTarget, const int32_t *copiedWalkMap );
 	// Also stamps the alert and picks the icon over the enemy's head for this step's frame.
-	void				Animate() override;
+	void				Animate( int32_t screen ) override;
 	// Fires at the player along (dx, dy) once the cool-down allows; fired is only ever set.
 	// A player standing exactly on the enemy is shot at along the enemy's facing instead.
 	virtual void		Shoot( tBulletList &bullets, int32_t dx, int32_t dy, bool &fired );

@@ -190,8 +190,7 @@ bool cEnemy::PickWanderCell( const int32_t *walkMap ) {
 	if ( count == 0 ) {
 		return false;
 	}
-	cRandom::Seed( GetCalendarTime() );
-	const int32_t cell = choices[cRandom::Next() % count];
+	const int32_t cell = choices[cRandom( GetCalendarTime() ).Next() % count];
 	RequestPath( walkMap, cell % MAP_COLUMNS, cell / MAP_COLUMNS );
 	return true;
 }

@@ -18,6 +18,32 @@ cPath::cPath()
 	walkMap( nullptr ) {
 }
 
+cPath::cPath( const cPath &other ) {
+	*this = other;
+}
+
+cPath &cPath::operator=( const cPath &other ) {
+	if ( this == &other ) {
+		return *this;
+	}
+	cellX = other.cellX;
+	cellY = other.cellY;
+	targetX = other.targetX;
+	targetY = other.targetY;
+	pendingX = other.pendingX;
+	pendingY = other.pendingY;
+	direction = other.direction;
+	search = other.search != nullptr ? std::make_unique<cAStar>( *other.search ) : nullptr;
+	walkMap = other.walkMap;
+	return *this;
+}
+
+void cPath::Relink( const int32_t *newWalkMap ) {
+	if ( walkMap != nullptr ) {
+		walkMap = newWalkMap;
+	}
+}
+
 cPath::~cPath() {
 	Release();
 }

@@ -14,7 +14,12 @@ public:
 	static constexpr int32_t STEP_ARRIVED = 2;		// standing on the destination's corner
 
 						cPath();
+	// A copy takes the path found, not the search's working memory.
+						cPath( const cPath &other );
+	cPath &				operator=( const cPath &other );
 	virtual				~cPath();
+	// The walk layer a later search reads, once the scene it belonged to was copied.
+	void				Relink( const int32_t *newWalkMap );
 
 	// Searches a way between two cells; when one is found it becomes the current path and the
 	// mover's facing turns towards the first step. From a cell to itself nothing changes.

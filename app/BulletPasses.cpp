@@ -32,8 +32,8 @@ bool IsInsideView( const cScene &scene, float x, float y ) {
 }
 
 // What a kill leaves behind, from one draw of the generator seeded at the start of the pass.
-void DropItem( int32_t x, int32_t y, tItemList &items ) {
-	const int r = cRandom::Next() % DROP_CHANCES + 1;
+void DropItem( int32_t x, int32_t y, tItemList &items, cRandom &random ) {
+	const int r = random.Next() % DROP_CHANCES + 1;
 	if ( r >= HEALTH_DROP_FIRST && r <= HEALTH_DROP_LAST ) {
 		items.push_back( cItem( ITEM_HEALTH, x, y ) );
 	} else if ( r >= AMMO_DROP_FIRST && r <= AMMO_DROP_LAST ) {
@@ -44,7 +44,7 @@ void DropItem( int32_t x, int32_t y, tItemList &items ) {
 // The first enemy the bullet hits takes it. A kill leaves a death explosion, the explosion's
 // sound and perhaps an item; bossKilled tells whether it was the boss.
 bool HitEnemies( const cBullet &bullet, tCharacterList &enemies, tExplosionList &explosions, tItemList &items,
-				cSoundLayer &soundLayer, bool &bossKilled ) {
+				cSoundLayer &soundLayer, cRandom &random, bool &bossKilled ) {
 	for ( auto enemy = enemies.begin(); enemy != enemies.end(); ++enemy ) {
 		int32_t hitX = 0;
 		int32_t hitY = 0;
@@ -57,7 +57,7 @@ bool HitEnemies( const cBullet &bullet, tCharacterList &enemies, tExplosionList 
 			soundLayer.PlaySound( SOUND_EXPLOSION, false );
 			bossKilled = ( *enemy )->GetKind() == KIND_BOSS;
 			enemies.erase( enemy );
-			DropItem( hitX, hitY, items );
+			DropItem( hitX, hitY, items, random );
 		}
 		return true;
 	}
@@ -111,11 +111,11 @@ void cGame::UpdateBullets() {
 // A bullet stops at the first enemy it hits, else at the first player; its own side never
 // stops it. The pass goes on after the boss's death, which only switches to the victory.
 void cGame::ResolveHits() {
-	cRandom::Seed( GetCalendarTime() );
+	cRandom random( GetCalendarTime() );
 	for ( size_t i = 0; i < bullets->size(); ) {
 		const cBullet &bullet = ( *bullets )[i];
 		bool bossKilled = false;
-		const bool hit = HitEnemies( bullet, *enemies, *explosions, *items, soundLayer, bossKilled )
+		const bool hit = HitEnemies( bullet, *enemies, *explosions, *items, soundLayer, random, bossKilled )
 						|| HitPlayers( bullet, *players, *explosions, inputLayer );
 		if ( bossKilled ) {
 			gameState = STATE_VICTORY;

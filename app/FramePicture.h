@@ -22,7 +22,7 @@ private:
 	static const int	FRAMES_AFTER_LOSS = 2;
 
 	int					framesOwed = FRAMES_AFTER_LOSS;
-	int32_t				state = 0;			// gameState
+	int32_t				state = 0;			// the game's screen
 	int32_t				mouseX = 0;			// the cursor, in 640 x 480 screen pixels
 	int32_t				mouseY = 0;
 };

@@ -62,6 +62,44 @@ void cGame::Restart( cInputBackend *input ) {
 	InitInput( input );
 }
 
+void cGame::SetGameState( int32_t state ) {
+	gameState = state;
+}
+
+void cGame::Save( cMatch &saved ) const {
+	saved = match;
+	inputLayer.GetMousePosition( saved.cursorX, saved.cursorY );
+	saved.music = soundLayer.GetCurrentMusic();
+	saved.heartbeatPlaying = soundLayer.heartbeatPlaying;
+	if ( inputLayer.GetKeyboard() != nullptr ) {
+		inputLayer.GetKeyboard()->GetSavedState( saved.keysAtLastStep );
+	}
+}
+
+// The music and the heartbeat are put back as sounds: what plays is what the saved step heard.
+void cGame::Restore( const cMatch &saved ) {
+	match = saved;
+	inputLayer.SetMousePosition( saved.cursorX, saved.cursorY );
+	if ( saved.music != soundLayer.GetCurrentMusic() ) {
+		if ( saved.music < 0 ) {
+			soundLayer.Stop( soundLayer.GetCurrentMusic() );
+		} else {
+			soundLayer.PlayMusic( saved.music );
+		}
+	}
+	if ( saved.heartbeatPlaying != soundLayer.heartbeatPlaying ) {
+		if ( saved.heartbeatPlaying ) {
+			soundLayer.PlaySound( SOUND_HEARTBEAT, true );
+		} else {
+			soundLayer.Stop( SOUND_HEARTBEAT );
+		}
+		soundLayer.heartbeatPlaying = saved.heartbeatPlaying;
+	}
+	if ( inputLayer.GetKeyboard() != nullptr ) {
+		inputLayer.GetKeyboard()->SetSavedState( saved.keysAtLastStep );
+	}
+}
+
 bool cGame::Step() {
 	ReadInput();
 	if ( !Process() ) {
@@ -110,7 +148,7 @@ bool cGame::Process() {
 
 void cGame::AnimateWorld() {
 	if ( ShowsWorld( gameState ) && scene && players && enemies && explosions && items ) {
-		::AnimateWorld( *scene, *players, *enemies, *explosions, *items );
+		::AnimateWorld( gameState, *scene, *players, *enemies, *explosions, *items );
 	}
 }
 
@@ -129,25 +167,14 @@ bool cGame::RenderFrame() const {
 	int32_t mouseX = 0;
 	int32_t mouseY = 0;
 	inputLayer.GetMousePosition( mouseX, mouseY );
-	return graphicsLayer.Render( mouseX, mouseY, scene.get(), players.get(), enemies.get(), bullets.get(),
+	return graphicsLayer.Render( gameState, mouseX, mouseY, scene.get(), players.get(), enemies.get(), bullets.get(),
 								explosions.get(), items.get() );
 }
 
 void cGame::ClearGame() {
-	scene.reset();
-	players.reset();
-	enemies.reset();
-	bullets.reset();
-	explosions.reset();
-	items.reset();
+	match.Clear();
 }
 
 void cGame::SetUpGame( std::unique_ptr<cScene> newScene ) {
-	ClearGame();
-	scene = std::move( newScene );
-	players = std::make_unique<tCharacterList>();
-	enemies = std::make_unique<tCharacterList>();
-	bullets = std::make_unique<tBulletList>();
-	explosions = std::make_unique<tExplosionList>();
-	items = std::make_unique<tItemList>();
+	match.SetUp( std::move( newScene ) );
 }

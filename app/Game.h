@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
-// cGame owns everything the program has: the three device layers, the options, and the running
-// game's scene and lists. Its step (Step) reads the input, processes it and moves every animation
+// cGame owns everything the program has: the three device layers and the match (app/Match.h), the
+// running game as a value with its options, scene and lists. Save and Restore copy the match out and
+// back in one call each. Its step (Step) reads the input, processes it and moves every animation
 // on; its drawing (RenderFrame) shows the step's result and changes nothing.
 // The operations are spread over the files of this folder by subject: Game.cpp (start, step,
 // drawing and shut-down), Menus.cpp, NewGame.cpp, InGameUpdate.cpp, PlayerStep.cpp,
@@ -13,6 +14,7 @@
 
 #include "actors/ActorLists.h"
 #include "app/Config.h"
+#include "app/Match.h"
 #include "graphics/GraphicsLayer.h"
 #include "input/InputLayer.h"
 #include "sound/SoundLayer.h"
@@ -65,6 +67,15 @@ public:
 	// game adds its players, item and enemies after it. Tests and tools set up small games with it.
 	void				SetUpGame( std::unique_ptr<cScene> newScene );
 
+	// The whole match into saved, with the cursor, the music, the heartbeat and the last step's keys;
+	// Restore puts it all back. Saving into the same match again reuses its memory.
+	void				Save( cMatch &saved ) const;
+	void				Restore( const cMatch &saved );
+	const cMatch &		GetMatch() const { return match; }
+	// The screen the game is on (actors/GameState.h).
+	int32_t				GetGameState() const { return match.gameState; }
+	void				SetGameState( int32_t state );
+
 	// One frame of play and its steps.
 	void				UpdateInGame();
 	void				MarkEnemyCells();
@@ -110,17 +121,20 @@ private:
 	void				UpdateHeartbeat( int32_t lowestHealth );
 	void				MoveCamera( cPlayer *p1, bool moved1, cPlayer *p2, bool moved2 );
 
-	uint32_t			endTime = 0;		// GetTickCount when the victory or defeat began, in msec
 	cGraphicsLayer		graphicsLayer;
 	cInputLayer			inputLayer;
 	cSoundLayer			soundLayer;
-	cConfig				config;
-	std::unique_ptr<cScene>			scene;
-	std::unique_ptr<tCharacterList>	players;
-	std::unique_ptr<tCharacterList>	enemies;
-	std::unique_ptr<tBulletList>	bullets;
-	std::unique_ptr<tExplosionList>	explosions;
-	std::unique_ptr<tItemList>		items;
-	bool				clickLatch = false;
+	cMatch				match;
+	// The operations name the match's parts as their own.
+	int32_t &			gameState = match.gameState;
+	uint32_t &			endTime = match.endTime;
+	bool &				clickLatch = match.clickLatch;
+	cConfig &			config = match.config;
+	std::unique_ptr<cScene> &			scene = match.scene;
+	std::unique_ptr<tCharacterList> &	players = match.players;
+	std::unique_ptr<tCharacterList> &	enemies = match.enemies;
+	std::unique_ptr<tBulletList> &		bullets = match.bullets;
+	std::unique_ptr<tExplosionList> &	explosions = match.explosions;
+	std::unique_ptr<tItemList> &		items = match.items;
 	std::string			dataRoot = ".";		// the folder holding resources/, from the platform
 };

@@ -25,8 +25,7 @@ void GiveItem( cPlayer &player, int32_t itemKind ) {
 	switch ( itemKind ) {
 		case ITEM_AMMO:
 			player.SetWeapon( WEAPON_MACHINE_GUN );
-			cRandom::Seed( GetCalendarTime() );
-			player.SetAmmo( player.GetAmmo() + AMMO_BASE + cRandom::Next() % AMMO_SPREAD );
+			player.SetAmmo( player.GetAmmo() + AMMO_BASE + cRandom( GetCalendarTime() ).Next() % AMMO_SPREAD );
 			break;
 		case ITEM_HEALTH:
 			player.AddHealth( HEALTH_ITEM_AMOUNT );

@@ -45,7 +45,7 @@ private:
 };
 
 void AddGame( cHasher &h, const cGame &game ) {
-	h.Add( static_cast<int64_t>( gameState ) );
+	h.Add( static_cast<int64_t>( game.GetGameState() ) );
 	h.Add( static_cast<int64_t>( game.GetEndTime() ) );
 	h.Add( static_cast<int64_t>( game.IsClickLatched() ) );
 	const cConfig &config = game.GetConfig();

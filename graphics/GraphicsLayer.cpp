@@ -132,7 +132,7 @@ void cGraphicsLayer::Release() {
 	}
 }
 
-bool cGraphicsLayer::Render( int32_t mouseX, int32_t mouseY, const cScene *scene, const tCharacterList *players,
+bool cGraphicsLayer::Render( int32_t screenShown, int32_t mouseX, int32_t mouseY, const cScene *scene, const tCharacterList *players,
 							const tCharacterList *enemies, const tBulletList *bullets,
 							const tExplosionList *explosions, const tItemList *items ) const {
 	if ( backend == nullptr ) {
@@ -140,15 +140,15 @@ bool cGraphicsLayer::Render( int32_t mouseX, int32_t mouseY, const cScene *scene
 	}
 	backend->BeginFrame( CLEAR_COLOUR );
 	eTexture screen;
-	if ( GetScreenTexture( gameState, screen ) ) {
+	if ( GetScreenTexture( screenShown, screen ) ) {
 		DrawScreen( screen );
 		DrawCursor( mouseX, mouseY );
-	} else if ( ShowsWorld( gameState ) && scene != nullptr && players != nullptr && enemies != nullptr &&
+	} else if ( ShowsWorld( screenShown ) && scene != nullptr && players != nullptr && enemies != nullptr &&
 				bullets != nullptr && explosions != nullptr && items != nullptr ) {
 		RenderWorld( *scene, *players, *enemies, *bullets, *explosions, *items );
-		if ( gameState == STATE_DEFEAT ) {
+		if ( screenShown == STATE_DEFEAT ) {
 			DrawScreen( TEX_DEFEAT );
-		} else if ( gameState == STATE_VICTORY ) {
+		} else if ( screenShown == STATE_VICTORY ) {
 			DrawScreen( TEX_VICTORY );
 		}
 	}

@@ -44,9 +44,9 @@ public:
 	void				ReleaseTextures();
 	void				Release();
 
-	// One whole frame. The scene and the lists are used only while the world is shown and may be
-	// null before the first game.
-	bool				Render( int32_t mouseX, int32_t mouseY, const cScene *scene, const tCharacterList *players,
+	// One whole frame of the screen (actors/GameState.h). The scene and the lists are used only
+	// while the world is shown and may be null before the first game.
+	bool				Render( int32_t screen, int32_t mouseX, int32_t mouseY, const cScene *scene, const tCharacterList *players,
 								const tCharacterList *enemies, const tBulletList *bullets,
 								const tExplosionList *explosions, const tItemList *items ) const;
 

@@ -68,7 +68,7 @@ bool cAutoplayGame::Play( const cGameSetup &setup, cGameResult &result ) {
 	settleFrames = MENU_FRAMES + setup.inputDelay;
 	headless.GetInput().ReleaseAllKeys();
 	PlugPads( setup );
-	bool played = gameState == STATE_MAIN_MENU && ChooseDifficulty( setup.difficulty );
+	bool played = headless.GetGame().GetGameState() == STATE_MAIN_MENU && ChooseDifficulty( setup.difficulty );
 	if ( played ) {
 		headless.GetClock().SetCalendarTime( setup.calendar );
 		played = StartGame( setup );
@@ -147,8 +147,8 @@ void cAutoplayGame::UnplugPads() {
 
 // Main menu, settings, difficulty, and back on the main menu.
 bool cAutoplayGame::ChooseDifficulty( int difficulty ) {
-	return ClickEntry( ENTRY_SETTINGS ) && gameState == STATE_SETTINGS && ClickEntry( ENTRY_DIFFICULTY )
-		&& gameState == STATE_DIFFICULTY && ClickEntry( difficulty + 1 ) && gameState == STATE_MAIN_MENU;
+	return ClickEntry( ENTRY_SETTINGS ) && headless.GetGame().GetGameState() == STATE_SETTINGS && ClickEntry( ENTRY_DIFFICULTY )
+		&& headless.GetGame().GetGameState() == STATE_DIFFICULTY && ClickEntry( difficulty + 1 ) && headless.GetGame().GetGameState() == STATE_MAIN_MENU;
 }
 
 // The character screen starts the game in the frame of the click, which also runs its first step.
@@ -161,7 +161,7 @@ bool cAutoplayGame::StartGame( const cGameSetup &setup ) {
 		return false;
 	}
 	const cScene *scene = headless.GetGame().GetScene();
-	return gameState == STATE_PLAYING && scene != nullptr && scene->IsUsable();
+	return headless.GetGame().GetGameState() == STATE_PLAYING && scene != nullptr && scene->IsUsable();
 }
 
 void cAutoplayGame::RunPlay( const cGameSetup &setup, cGameResult &result ) {
@@ -177,7 +177,7 @@ void cAutoplayGame::RunPlay( const cGameSetup &setup, cGameResult &result ) {
 	int32_t lastHealth[2] = { cCharacter::MAX_HEALTH, cCharacter::MAX_HEALTH };
 	bool wasDown[2] = { false, false };
 	const uint32_t startTick = headless.GetClock().GetTickCount();
-	while ( gameState == STATE_PLAYING && result.frames < setup.frameLimit ) {
+	while ( headless.GetGame().GetGameState() == STATE_PLAYING && result.frames < setup.frameLimit ) {
 		for ( size_t player = 0; player < bots.size(); player++ ) {
 			if ( setup.localPlayer >= 0 && static_cast<int>( player ) != setup.localPlayer ) {
 				continue;
@@ -214,8 +214,8 @@ void cAutoplayGame::RunPlay( const cGameSetup &setup, cGameResult &result ) {
 		result.shots += bot->GetShotsFired();
 		result.skills += bot->GetSkillPresses();
 	}
-	if ( gameState == STATE_VICTORY || gameState == STATE_DEFEAT ) {
-		result.outcome = gameState == STATE_VICTORY ? OUTCOME_VICTORY : OUTCOME_DEFEAT;
+	if ( headless.GetGame().GetGameState() == STATE_VICTORY || headless.GetGame().GetGameState() == STATE_DEFEAT ) {
+		result.outcome = headless.GetGame().GetGameState() == STATE_VICTORY ? OUTCOME_VICTORY : OUTCOME_DEFEAT;
 	}
 }
 
@@ -286,7 +286,7 @@ bool cAutoplayGame::ReturnToMenu() {
 	for ( int player = 0; player < 2; player++ ) {
 		input.SetPad( GetPadId( player ), cPadState() );
 	}
-	const bool playing = gameState == STATE_PLAYING;
+	const bool playing = headless.GetGame().GetGameState() == STATE_PLAYING;
 	input.SetKey( KEY_ESCAPE, !onPads );
 	input.SetPad( GetPadId( 0 ), onPads ? start : cPadState() );
 	const bool going = headless.Frame();
@@ -295,10 +295,10 @@ bool cAutoplayGame::ReturnToMenu() {
 	if ( !going || !headless.Frames( settleFrames ) ) {
 		return false;
 	}
-	if ( playing && ( gameState != STATE_PAUSE || !ClickEntry( ENTRY_BACK ) ) ) {
+	if ( playing && ( headless.GetGame().GetGameState() != STATE_PAUSE || !ClickEntry( ENTRY_BACK ) ) ) {
 		return false;
 	}
-	return gameState == STATE_MAIN_MENU;
+	return headless.GetGame().GetGameState() == STATE_MAIN_MENU;
 }
 
 std::string DescribeResult( const cGameSetup &setup, const cGameResult &result ) {

@@ -7,12 +7,10 @@
 cHeadlessGame::cHeadlessGame( cSoundBackend *soundBackend, cGraphicsBackend *graphicsBackend )
 	: clock( 0, CALENDAR_TIME ), sound( soundBackend ), screen( graphicsBackend != nullptr ? graphicsBackend : &graphics ) {
 	SetClock( &clock );
-	gameState = STATE_MAIN_MENU;
 }
 
 cHeadlessGame::~cHeadlessGame() {
 	game.Finalize();
-	gameState = STATE_MAIN_MENU;
 	SetClock( nullptr );
 }
 

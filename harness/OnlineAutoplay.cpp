@@ -69,7 +69,7 @@ void PlayAsPartner( cHeadlessGame &headless, const cNetSession &session, const c
 	std::unique_ptr<cBot> bot;
 	while ( session.IsOnline() ) {
 		const cGame &game = headless.GetGame();
-		if ( gameState == STATE_PLAYING && game.GetPlayers() != nullptr && game.GetPlayers()->size() > 1 ) {
+		if ( game.GetGameState() == STATE_PLAYING && game.GetPlayers() != nullptr && game.GetPlayers()->size() > 1 ) {
 			if ( !bot ) {
 				bot = std::make_unique<cBot>( 1, options.setup.bot );
 			}
@@ -171,7 +171,7 @@ int PlayOnline( const cOnlineOptions &options ) {
 				 " step times waited, %" PRIu64 " bad packets; final state hash: %016" PRIx64 "\n",
 				 session.GetEndLine().c_str(), figures.steps, seconds, static_cast<double>( figures.steps ) / seconds,
 				 figures.delay, meanDelay, figures.roundTrip, figures.waitedSlots, figures.badPackets, figures.finalHash );
-	const bool atMenu = gameState == STATE_MAIN_MENU && headless.GetGame().GetScene() == nullptr;
+	const bool atMenu = headless.GetGame().GetGameState() == STATE_MAIN_MENU && headless.GetGame().GetScene() == nullptr;
 	std::printf( "%s\n", atMenu ? "Back at the main menu, alone" : "Not back at the main menu" );
 	return atMenu && figures.steps > 0 ? 0 : 1;
 }

@@ -284,7 +284,7 @@ int main( int argc, char **argv ) {
 		}
 		std::fflush( stdout );
 		if ( !played || result.outcome == OUTCOME_BROKEN ) {
-			std::fprintf( stderr, "kmvt_autoplay: game %d did not run through (state %d)\n", game, gameState );
+			std::fprintf( stderr, "kmvt_autoplay: game %d did not run through (state %d)\n", game, run.GetHeadless().GetGame().GetGameState() );
 			clean = false;
 			break;
 		}

@@ -84,6 +84,14 @@ bool cKeyboard::TakeStateSaved() {
 	return wasSaved;
 }
 
+void cKeyboard::GetSavedState( uint8_t keys[256] ) const {
+	std::memcpy( keys, previous, sizeof( previous ) );
+}
+
+void cKeyboard::SetSavedState( const uint8_t keys[256] ) {
+	std::memcpy( previous, keys, sizeof( previous ) );
+}
+
 void cKeyboard::SetKey( int key, bool down ) {
 	if ( IsValidKey( key ) ) {
 		current[key] = down ? 0x80 : 0x00;

@@ -23,6 +23,9 @@ public:
 	void			SaveState();
 	// Whether SaveState ran since the last call: only a step of play saves the state.
 	bool			TakeStateSaved();
+	// The state SaveState kept, for a saved game to take along and put back.
+	void			GetSavedState( uint8_t keys[256] ) const;
+	void			SetSavedState( const uint8_t keys[256] );
 
 	// Scripted states for tests and tools: a key held (0x80) or released.
 	void			SetKey( int key, bool down );

@@ -108,7 +108,7 @@ bool cNetSession::Step( cGame &game ) {
 	} else if ( ( phase == HANDSHAKE || phase == READY ) && connected && now - lastSent >= KEEP_ALIVE_TIME ) {
 		SendPing();
 	}
-	if ( phase == READY && role == HOST && gameState == STATE_MAIN_MENU ) {
+	if ( phase == READY && role == HOST && game.GetGameState() == STATE_MAIN_MENU ) {
 		cNetMessage start;
 		start.kind = NET_START;
 		start.start.delay = delay;

@@ -1,16 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/Random.h"
 
-#include <random>
-
-namespace {
-
-std::minstd_rand engine;
-
-}
-
-void cRandom::Seed( std::time_t second ) {
-	engine.seed( static_cast<uint32_t>( second ) );
+cRandom::cRandom( std::time_t second ) : engine( static_cast<uint32_t>( second ) ) {
 }
 
 int32_t cRandom::Next() {

@@ -113,7 +113,7 @@ void cSession::EndReplay( cGame &game ) {
 	std::printf( "Replay left at step %" PRIu64 " of %" PRIu64 "; state hash: %016" PRIx64 "\n", replay->GetStep(),
 				 replay->GetStepCount(), cStateHash( game ).GetTotal() );
 	game.ClearGame();
-	gameState = STATE_MAIN_MENU;
+	game.SetGameState( STATE_MAIN_MENU );
 }
 
 bool cSession::Close( std::string &error ) {

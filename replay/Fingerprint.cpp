@@ -181,7 +181,7 @@ void PlayYard( cGame &game, cManualClock &clock, uint64_t &hash ) {
 	cScriptKeys keys;
 	game.GetInputLayer().Init( &keys, false, cInputLayer::DEVICE_KEYBOARD | cInputLayer::DEVICE_MOUSE );
 	SetUpYard( game );
-	gameState = STATE_PLAYING;
+	game.SetGameState( STATE_PLAYING );
 	const cPhase *phase = SCRIPT;
 	for ( int32_t step = 1; step <= STEPS; step++ ) {
 		while ( phase + 1 != std::end( SCRIPT ) && ( phase + 1 )->firstStep < step ) {
@@ -225,7 +225,6 @@ uint64_t cFingerprint::Compute() {
 
 uint64_t cFingerprint::ComputeAt( std::time_t calendarSecond ) {
 	cClock &previousClock = GetClock();
-	const int32_t previousState = gameState;
 	cManualClock clock( 0, calendarSecond );
 	SetClock( &clock );
 	uint64_t hash = 0;
@@ -235,7 +234,6 @@ uint64_t cFingerprint::ComputeAt( std::time_t calendarSecond ) {
 		FlyFan( game, hash );
 		game.Finalize();
 	}
-	gameState = previousState;
 	SetClock( &previousClock );
 	return hash;
 }

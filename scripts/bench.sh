@@ -19,7 +19,7 @@ scripts/deps.sh test
 
 echo "== Release build of the game and its benchmarks in $build"
 cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=Release -DKMVT_BUILD_TESTS=OFF -DKMVT_BUILD_TOOLS=OFF -DKMVT_BUILD_BENCHMARKS=ON > /dev/null
-cmake --build "$build" -j"$(nproc)" --target kormaveth2d bench-ai bench-game bench-render bench-frame \
+cmake --build "$build" -j"$(nproc)" --target kormaveth2d bench-ai bench-game bench-match bench-render bench-frame \
   kmvt_autoplay kmvt_relay > /dev/null
 
 out=$(mktemp -d)
@@ -30,6 +30,9 @@ echo "== Path search and the enemies' frame (bench-ai)"
 "$build/bench/ai/bench-ai" --resources="$root" | tee "$out/ai.txt"
 echo "== The game's step over autoplay games (bench-game)"
 "$build/bench/game/bench-game" --resources="$root" | tee "$out/game.txt"
+echo "== Saving and restoring the match (bench-match)"
+"$build/bench/match/bench-match" --resources="$root" --benchmark_repetitions=5 --benchmark_report_aggregates_only=true \
+  | tee "$out/match.txt"
 echo "== One busy frame drawn on the software renderer (bench-render)"
 "$build/bench/render/bench-render" --resources="$root" | tee "$out/render.txt"
 echo "== The frame loop on simulated displays and on the real clock (bench-frame)"
@@ -71,6 +74,12 @@ update_p50=$(after "$out/game.txt" "p50")
 update_p99=$(after "$out/game.txt" "p99")
 update_max=$(after "$out/game.txt" "max")
 update_frames=$(after "$out/game.txt" "games,")
+match_save=$(row_time "$out/match.txt" "Match/save_median")
+match_restore=$(row_time "$out/match.txt" "Match/restore_median")
+match_bytes=$(after "$out/match.txt" "states,")
+# "yes" when both times, each "N ns" or "N us", are under 20 us.
+match_met=$(awk -v a="$match_save" -v b="$match_restore" 'function us(t, parts) { split(t, parts, " ");
+  return parts[2] == "ns" ? parts[1] / 1000 : parts[1] } BEGIN { print (a != "" && us(a) < 20 && us(b) < 20) ? "yes" : "no" }')
 render_level=$(row_time "$out/render.txt" "busy-frame-level-map.*_median$")
 render_full=$(row_time "$out/render.txt" "busy-frame-all-layers-full.*_median$")
 render_tiles=$(row_time "$out/render.txt" "busy-frame-level-map-tile-by-tile.*_median$")
@@ -109,6 +118,8 @@ $(. /etc/os-release && echo "$PRETTY_NAME"); load average $load_before before th
 | Game's paths longer than libtcod's, on average per pair | $longer % | | |
 | \`UpdateEnemies\`, 24 enemies hunting two players: p50 / p99 / slowest | $enemies_p50 / $enemies_p99 / $enemies_max us | p99 under 200 us | $(below "$enemies_p99" 200) |
 | The game's step (\`Step\`: input, \`UpdateInGame\`, animation, music) over 12 autoplay games ($update_frames steps of play): p50 / p99 / slowest | $update_p50 / $update_p99 / $update_max us | p99 under 500 us | $(below "$update_p99" 500) |
+| Saving the whole match / putting it back (\`Save\`, \`Restore\`), a two-player game of the bots: median | $match_save / $match_restore | each under 20 us | $match_met |
+| Bytes a saved match holds, the most over the game | $match_bytes | at most 200 KB | $(below "$match_bytes" 204800) |
 | \`Render\` of a busy frame on the software renderer, the level's map: median | $render_level | under 2 ms | $(below "$render_level_us" 2000) |
 | \`Render\` of a busy frame, the level's map drawn tile by tile as before the tile cache: median | $render_tiles | | |
 | \`Render\` of a busy frame, all three tile layers in every cell: median | $render_full | | |
@@ -134,6 +145,11 @@ $(. /etc/os-release && echo "$PRETTY_NAME"); load average $load_before before th
   chasing two players who walk a fixed round on the top street.
 - **The game's step** (\`bench-game\`): every step of play of twelve autoplay games (one or two
   players, each character, each difficulty), the bots at the keys ([autoplay.md](autoplay.md)).
+- **The match saved and put back** (\`bench-match\`): a two-player game of the level played by
+  two bots for 3000 steps, its match saved every 250 steps; then \`cGame::Save\` into a match
+  saved before (as a ring of saved steps does), \`cGame::Restore\` of each saved state, and one
+  step after a restore, for scale. The bytes are the match's own, the search's working memory not
+  counted: it is scratch, not state.
 - **\`Render\`** (\`bench-render\`): one whole frame of play drawn into an off-screen surface by
   SDL's software renderer: 24 enemies, shots, explosions, items and both HUDs in view.
 - **The frame loop** (\`bench-frame\`): 2000 steps of an autoplay game (one player, tavesh,

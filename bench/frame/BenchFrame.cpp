@@ -50,7 +50,7 @@ public:
 	bool HandleEvents() override { return true; }
 	bool Step() override {
 		stepTimes.push_back( clock.GetNanoseconds() );
-		if ( gameState == STATE_PLAYING ) {
+		if ( headless.GetGame().GetGameState() == STATE_PLAYING ) {
 			PressBotKeys( headless, 0, bot.Think( headless.GetGame() ) );
 		}
 		return headless.Step() && --stepsLeft > 0;
@@ -81,7 +81,7 @@ bool ClickEntry( cHeadlessGame &headless, int entry ) {
 // Main menu, difficulty 2, one player, tavesh: the game runs its first step.
 bool StartGame( cHeadlessGame &headless ) {
 	return headless.Start() && ClickEntry( headless, 3 ) && ClickEntry( headless, 3 ) && ClickEntry( headless, 3 )
-		&& ClickEntry( headless, 1 ) && ClickEntry( headless, 3 ) && gameState == STATE_PLAYING;
+		&& ClickEntry( headless, 1 ) && ClickEntry( headless, 3 ) && headless.GetGame().GetGameState() == STATE_PLAYING;
 }
 
 // A step, a frame, and a wait to 15 msec after the step's start: a slow present costs steps.

@@ -46,8 +46,7 @@ int32_t cOffscreenFrame::GetTileCount() const {
 }
 
 void cOffscreenFrame::Render( cBusyWorld &world ) {
-	gameState = STATE_PLAYING;
-	layer.Render( 0, 0, &world.GetScene(), &world.GetPlayers(), &world.GetEnemies(), &world.GetBullets(),
+	layer.Render( STATE_PLAYING, 0, 0, &world.GetScene(), &world.GetPlayers(), &world.GetEnemies(), &world.GetBullets(),
 				&world.GetExplosions(), &world.GetItems() );
 }
 

@@ -25,7 +25,6 @@ cReplayOutcome cReplayCheck::Run( const cRecording &recording, const std::string
 	cRecordingGraphicsBackend graphics;
 	graphics.SetRecording( false );
 	SetClock( &replay.GetClock() );
-	gameState = STATE_MAIN_MENU;
 	cReplayOutcome outcome;
 	{
 		cGame game;
@@ -48,7 +47,6 @@ cReplayOutcome cReplayCheck::Run( const cRecording &recording, const std::string
 		game.Finalize();
 	}
 	SetClock( nullptr );
-	gameState = STATE_MAIN_MENU;
 	outcome.matched = !replay.HasDiverged();
 	outcome.steps = replay.GetStep();
 	outcome.divergedAt = replay.GetDivergedStep();

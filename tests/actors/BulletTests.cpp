@@ -162,8 +162,8 @@ protected:
 	// Sets the clock to the first calendar second whose first three draws after seeding suit the wish.
 	void SetSecondFor( const std::function<bool( const int *draws )> &wish ) {
 		for ( std::time_t second = 1700000000; second < 1701000000; second++ ) {
-			cRandom::Seed( second );
-			const int draws[3] = { cRandom::Next() % 50 + 1, cRandom::Next() % 50 + 1, cRandom::Next() % 50 + 1 };
+			cRandom random( second );
+			const int draws[3] = { random.Next() % 50 + 1, random.Next() % 50 + 1, random.Next() % 50 + 1 };
 			if ( wish( draws ) ) {
 				game.GetClock().SetCalendarTime( second );
 				return;
@@ -217,7 +217,6 @@ TEST_F( HitPassTest, KillsLeaveDeathExplosionsAndTheDrawsDecideTheDropsInOrder )
 		game.AddEnemy( KIND_SOLDIER, x, 200, DIR_UP, 1 ).SetHealth( 20 );
 		ShootAt( x, 200 );
 	}
-	cRandom::Seed( 7 );
 	game.GetGame().ResolveHits();
 	EXPECT_TRUE( Enemies().empty() ) << "killed enemies leave the list";
 	ASSERT_EQ( Explosions().size(), 3u );
@@ -227,7 +226,7 @@ TEST_F( HitPassTest, KillsLeaveDeathExplosionsAndTheDrawsDecideTheDropsInOrder )
 	ASSERT_EQ( Items().size(), 2u ) << "the pass seeds by the second: ammunition, health, nothing";
 	EXPECT_TRUE( Items()[0].GetKind() == ITEM_AMMO && Items()[1].GetKind() == ITEM_HEALTH );
 	EXPECT_EQ( Where( Items()[0] ) + Where( Items()[1] ), "(200, 200)(400, 200)" ) << "dropped where the enemies died";
-	EXPECT_EQ( gameState, STATE_PLAYING ) << "only the boss's death wins";
+	EXPECT_EQ( game.GetGame().GetGameState(), STATE_PLAYING ) << "only the boss's death wins";
 }
 
 // One kill a pass, at seconds whose first draw is each edge of the two drop ranges.
@@ -251,12 +250,12 @@ TEST_F( HitPassTest, BossDeathWinsTheGameAndThePassGoesOn ) {
 	game.AddEnemy( KIND_BOSS, 200, 200, DIR_UP, 1 ).SetHealth( 26 );
 	ShootAt( 200, 200 );
 	game.GetGame().ResolveHits();
-	ASSERT_EQ( gameState, STATE_PLAYING ) << "tavesh's 25 leave the boss 1 health: it stands";
+	ASSERT_EQ( game.GetGame().GetGameState(), STATE_PLAYING ) << "tavesh's 25 leave the boss 1 health: it stands";
 	game.GetClock().SetTickCount( 123456 );
 	ShootAt( 200, 200 );
 	Bullets().push_back( cBullet( 506, 506, 1, 0, WEAPON_MACHINE_GUN, KIND_MACHINE_GUNNER ) );
 	game.GetGame().ResolveHits();
-	EXPECT_EQ( gameState, STATE_VICTORY );
+	EXPECT_EQ( game.GetGame().GetGameState(), STATE_VICTORY );
 	EXPECT_EQ( game.GetGame().GetEndTime(), 123456u );
 	EXPECT_EQ( game.GetStoppedSounds(), std::vector<int>{ SOUND_BOSS_MUSIC } );
 	EXPECT_EQ( game.GetPlayedSounds(), ( std::vector<int>{ SOUND_EXPLOSION, SOUND_LEVEL_COMPLETE } ) );

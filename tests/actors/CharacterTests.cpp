@@ -17,17 +17,14 @@
 
 namespace {
 
-// A manual clock and the playing state for one test; both are put back afterwards.
+// A manual clock for one test, put back afterwards, and the screen the characters are drawn on.
 class CharacterTest : public ::testing::Test {
 protected:
 	void SetUp() override {
 		SetClock( &clock );
-		savedState = gameState;
-		gameState = STATE_PLAYING;
 	}
 	void TearDown() override {
 		SetClock( nullptr );
-		gameState = savedState;
 	}
 	// Which of count steps with the fire key held create a bullet.
 	std::vector<int> FiringSteps( cPlayer &player, int count ) {
@@ -49,7 +46,7 @@ protected:
 	}
 	cRect Draw( cCharacter &character ) {
 		cRect rect = { -1, -1, -1, -1 };
-		character.Animate();
+		character.Animate( screen );
 		character.GetDrawInfo( rect, screenX, screenY, *scene );
 		return rect;
 	}
@@ -63,7 +60,7 @@ protected:
 	}
 
 	cManualClock clock { 1000 };
-	int32_t savedState = 0;
+	int32_t screen = STATE_PLAYING;
 	std::unique_ptr<cScene> scene = MakeOpenScene();
 	tBulletList bullets;
 	int32_t screenX = 0;
@@ -151,9 +148,9 @@ TEST_F( CharacterTest, WalkCyclesOneTwoOneZeroSlowerWhenDownFrozenByVictory ) {
 	tavesh.SetMoving( true );
 	Columns( tavesh, 5 );
 	EXPECT_EQ( tavesh.GetAnimFrame(), 1 ) << "still flagged as moving, it cycles at the walking pace";
-	gameState = STATE_VICTORY;
+	screen = STATE_VICTORY;
 	EXPECT_EQ( Columns( tavesh, 6 ), std::vector<int32_t>( 6, 1 ) ) << "the victory freezes the players";
-	gameState = STATE_DEFEAT;
+	screen = STATE_DEFEAT;
 	Columns( tavesh, 5 );
 	EXPECT_EQ( tavesh.GetAnimFrame(), 2 ) << "the defeat does not";
 }
@@ -166,9 +163,9 @@ TEST_F( CharacterTest, EnemyFrameComesFromTheKindsBandAndTheFacingsRow ) {
 	const cRect rect = Draw( gunner );
 	EXPECT_TRUE( rect.left == 352 && rect.top == 32 && screenY == 80 )
 		<< "column 2 of the band at 288, the left row: (" << rect.left << ", " << rect.top << ")";
-	gameState = STATE_DEFEAT;
+	screen = STATE_DEFEAT;
 	EXPECT_EQ( Columns( gunner, 10 ), std::vector<int32_t>( 10, 2 ) ) << "the defeat freezes the enemies";
-	gameState = STATE_VICTORY;
+	screen = STATE_VICTORY;
 	EXPECT_EQ( Columns( gunner, 4 ), ( std::vector<int32_t>{ 2, 2, 2, 1 } ) ) << "the victory does not";
 	gunner.SetDirection( DIR_DOWN );
 	EXPECT_EQ( Draw( gunner ).top, 0 ) << "the down row is the sheet's first";

@@ -76,11 +76,9 @@ TEST_F( ItemPassTest, AmmunitionAddsSixteenToThirtyFiveSeededByTheSecond ) {
 	cPlayer &tavesh = game.AddPlayer( KIND_TAVESH, 320, 320 );
 	int32_t expected = -1;
 	for ( std::time_t second : { 1700000123, 1700000123, 1700000124 } ) {
-		cRandom::Seed( second );
-		expected += 16 + cRandom::Next() % 20;
+		expected += 16 + cRandom( second ).Next() % 20;
 		game.GetClock().SetCalendarTime( second );
 		Drop( ITEM_AMMO );
-		cRandom::Seed( 1 );
 		game.GetGame().UpdateItems();
 		EXPECT_EQ( tavesh.GetAmmo(), expected ) << "a pickup at second " << second;
 	}

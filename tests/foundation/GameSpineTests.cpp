@@ -147,11 +147,11 @@ TEST( FrameLoop, TheTickCountWrappingDuringPlayStallsNothing ) {
 	headless.GetClock().SetTickCount( 0xFFFFFFF5u );
 	ASSERT_TRUE( headless.Frame() );
 	EXPECT_EQ( headless.GetClock().GetTickCount(), 4u ) << "a step ends 15 msec after it began, past the wrap";
-	gameState = STATE_DEFEAT;		// ended at tick 0 by the game's clock
+	headless.GetGame().SetGameState( STATE_DEFEAT );		// ended at tick 0 by the game's clock
 	ASSERT_TRUE( headless.Frames( 400 ) );
-	EXPECT_EQ( gameState, STATE_DEFEAT ) << "the end screen waits its 7500 msec across the wrap";
+	EXPECT_EQ( headless.GetGame().GetGameState(), STATE_DEFEAT ) << "the end screen waits its 7500 msec across the wrap";
 	ASSERT_TRUE( headless.Frames( 101 ) );
-	EXPECT_EQ( gameState, STATE_MAIN_MENU );
+	EXPECT_EQ( headless.GetGame().GetGameState(), STATE_MAIN_MENU );
 }
 
 TEST( GameStates, QuitEntryEndsTheProgramInTheFrameOfTheRelease ) {

@@ -187,7 +187,7 @@ TEST( ScriptedPad, StickWalksInPlayAndLeavesTheCursor ) {
 	ASSERT_TRUE( headless.Start() );
 	headless.GetInput().PlugPad( 1, "pad" );
 	cGame &game = headless.GetGame();
-	gameState = STATE_PLAYING;
+	game.SetGameState( STATE_PLAYING );
 	game.NewGame();
 	ASSERT_TRUE( headless.Frames( 1 ) );
 	cCharacter &player = *( *game.GetPlayers() )[0];

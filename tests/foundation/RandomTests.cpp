@@ -11,10 +11,10 @@
 namespace {
 
 int32_t DrawNth( std::time_t seed, int n ) {
-	cRandom::Seed( seed );
+	cRandom random( seed );
 	int32_t value = 0;
 	for ( int i = 0; i < n; i++ ) {
-		value = cRandom::Next();
+		value = random.Next();
 	}
 	return value;
 }

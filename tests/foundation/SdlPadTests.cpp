@@ -42,7 +42,6 @@ protected:
 		SDL_SetHint( SDL_HINT_JOYSTICK_ALLOW_BACKGROUND_EVENTS, "1" );
 		ASSERT_EQ( SDL_Init( SDL_INIT_VIDEO | SDL_INIT_GAMECONTROLLER ), 0 ) << SDL_GetError();
 		SetClock( &clock );
-		gameState = STATE_MAIN_MENU;
 		input = std::make_unique<cSdlInputBackend>( window );
 		graphics.SetRecording( false );
 		cPlatform platform;
@@ -58,7 +57,6 @@ protected:
 		}
 		SDL_Quit();
 		SetClock( nullptr );
-		gameState = STATE_MAIN_MENU;
 	}
 
 	// Plugs in a pad (or another device), which the game opens with the next events; its instance id,
@@ -118,9 +116,9 @@ protected:
 	}
 	void StartGame( uint32_t players ) {
 		game.GetConfig().SetPlayers( players );
-		gameState = STATE_PLAYING;
+		game.SetGameState( STATE_PLAYING );
 		game.NewGame();
-		ASSERT_EQ( gameState, STATE_PLAYING );
+		ASSERT_EQ( game.GetGameState(), STATE_PLAYING );
 	}
 	bool Held( int key ) { return game.GetInputLayer().KeyDown( key ); }
 	// A window event (its kind in detail) or a mouse press (its button), at SDL's msec.
@@ -200,16 +198,16 @@ TEST_F( SdlPadTest, UnpluggedInPlayPausesAndPluggedBackInDrivesTheSamePlayer ) {
 	ASSERT_TRUE( Held( KEY_RIGHT ) );
 	Detach( pad );
 	Frames( 1 );
-	EXPECT_EQ( gameState, STATE_PAUSE ) << "the player's pad went";
+	EXPECT_EQ( game.GetGameState(), STATE_PAUSE ) << "the player's pad went";
 	EXPECT_FALSE( Held( KEY_RIGHT ) ) << "its keys are let go at once";
 	game.GetInputLayer().Rumble( 2 );		// a pad that is gone is not touched
 	Frames( 5 );
-	EXPECT_EQ( gameState, STATE_PAUSE );
+	EXPECT_EQ( game.GetGameState(), STATE_PAUSE );
 
 	const SDL_JoystickID back = Attach();
 	game.GetInputLayer().SetMousePosition( 320, 240 );
 	ClickResume( back );
-	ASSERT_EQ( gameState, STATE_PLAYING );
+	ASSERT_EQ( game.GetGameState(), STATE_PLAYING );
 	SetButton( back, SDL_CONTROLLER_BUTTON_DPAD_UP, true );
 	Frames( 1 );
 	EXPECT_TRUE( Held( KEY_UP ) ) << "plugged back in, the pad drives player 2 again";
@@ -217,7 +215,7 @@ TEST_F( SdlPadTest, UnpluggedInPlayPausesAndPluggedBackInDrivesTheSamePlayer ) {
 	SetButton( back, SDL_CONTROLLER_BUTTON_DPAD_UP, false );
 	SetButton( back, SDL_CONTROLLER_BUTTON_START, true );
 	Frames( 1 );
-	EXPECT_EQ( gameState, STATE_PAUSE ) << "Start pauses as Escape does";
+	EXPECT_EQ( game.GetGameState(), STATE_PAUSE ) << "Start pauses as Escape does";
 }
 
 // Leaving the window pauses play as a pad in use going does, and as Escape does, only in play: the
@@ -231,12 +229,12 @@ TEST_F( SdlPadTest, LeavingTheWindowPausesPlayOnly ) {
 	};
 	for ( int32_t state = STATE_MAIN_MENU; state <= STATE_VICTORY; state++ ) {
 		for ( const auto &c : cases ) {
-			gameState = state;
+			game.SetGameState( state );
 			SDL_Event event = { SDL_WINDOWEVENT };
 			event.window.event = c.event;
 			SDL_PushEvent( &event );
 			Frames( 1 );
-			EXPECT_EQ( gameState, c.pauses && state == STATE_PLAYING ? STATE_PAUSE : state )
+			EXPECT_EQ( game.GetGameState(), c.pauses && state == STATE_PLAYING ? STATE_PAUSE : state )
 				<< "window event " << static_cast<int>( c.event ) << " on screen " << state;
 		}
 	}
@@ -267,7 +265,7 @@ TEST_F( SdlPadTest, TheClickThatBringsTheWindowBackChoosesNoEntry ) {
 		}
 		SendEvent( SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT, c.pressAt );
 		Frames( 2 );	// pressed, then let go: a click
-		EXPECT_EQ( gameState, c.expected ) << "a press at " << c.pressAt << ", the focus back at " << c.focusAt;
+		EXPECT_EQ( game.GetGameState(), c.expected ) << "a press at " << c.pressAt << ", the focus back at " << c.focusAt;
 	}
 }
 

@@ -108,7 +108,7 @@ TEST( InGameRuleTest, WithPlayerOneDownOnlyPlayerTwoStepsAndTheHeartbeatFollowsP
 	two.SetHealth( 20 );
 	ASSERT_TRUE( test.Frames() );
 	EXPECT_TRUE( test.GetGame().GetSoundLayer().heartbeatPlaying ) << "player 2 at 20 health";
-	EXPECT_EQ( gameState, STATE_PLAYING );
+	EXPECT_EQ( test.GetGame().GetGameState(), STATE_PLAYING );
 }
 
 // Enemies without a target within 299 pixels (truncated) of a player firing this frame turn to
@@ -149,7 +149,7 @@ TEST( InGameRuleTest, DefeatFrameEndsThePlayersAloneAndTheScreenLastsSevenAndAHa
 	test.SetKey( KEY_K, true );
 	test.GetClock().SetTickCount( 50000 );
 	ASSERT_TRUE( test.Frames() );
-	ASSERT_EQ( gameState, STATE_DEFEAT );
+	ASSERT_EQ( test.GetGame().GetGameState(), STATE_DEFEAT );
 	cGame &game = test.GetGame();
 	EXPECT_TRUE( game.GetPlayers()->empty() ) << "the players leave the game";
 	EXPECT_EQ( game.GetExplosions()->size(), 1u );
@@ -165,10 +165,10 @@ TEST( InGameRuleTest, DefeatFrameEndsThePlayersAloneAndTheScreenLastsSevenAndAHa
 
 	test.GetClock().SetTickCount( 50000 + 7500 );
 	ASSERT_TRUE( test.Frames() );
-	EXPECT_EQ( gameState, STATE_DEFEAT ) << "7500 msec have not yet passed";
+	EXPECT_EQ( test.GetGame().GetGameState(), STATE_DEFEAT ) << "7500 msec have not yet passed";
 	EXPECT_EQ( game.GetEnemies()->size(), 1u ) << "only the victory screen explodes the enemies";
 	ASSERT_TRUE( test.Frames() );
-	EXPECT_EQ( gameState, STATE_MAIN_MENU );
+	EXPECT_EQ( test.GetGame().GetGameState(), STATE_MAIN_MENU );
 }
 
 // Shooting the boss dead wins in that frame (its sounds are the hit pass's); the first frame of the
@@ -182,7 +182,7 @@ TEST( InGameRuleTest, BossKillWinsAndTheVictoryScreenClearsTheField ) {
 	test.AddEnemy( KIND_SOLDIER, 40, 40, DIR_UP );
 	game.GetBullets()->push_back( cBullet( 326, 175, DIR_UP, WEAPON_TAVESH, KIND_TAVESH ) );
 	ASSERT_TRUE( test.Frames() );
-	ASSERT_EQ( gameState, STATE_VICTORY ) << "the shot reaches the boss in this frame";
+	ASSERT_EQ( test.GetGame().GetGameState(), STATE_VICTORY ) << "the shot reaches the boss in this frame";
 	EXPECT_EQ( game.GetEndTime(), test.GetClock().GetTickCount() - 15 ) << "set in the frame of the kill";
 	ASSERT_EQ( game.GetEnemies()->size(), 1u ) << "the soldier outlives the boss for one frame";
 
@@ -194,14 +194,14 @@ TEST( InGameRuleTest, BossKillWinsAndTheVictoryScreenClearsTheField ) {
 	ASSERT_EQ( game.GetExplosions()->size(), explosionsBefore + 1 );
 	EXPECT_FALSE( game.GetExplosions()->back().IsImpact() ) << "the soldier goes up in a death explosion";
 	ASSERT_TRUE( test.GetHeadless().Click( 160, 392 ) );		// the quit entry's place
-	EXPECT_EQ( gameState, STATE_VICTORY ) << "the end screens take no clicks";
+	EXPECT_EQ( test.GetGame().GetGameState(), STATE_VICTORY ) << "the end screens take no clicks";
 	EXPECT_FALSE( game.IsClickLatched() );
 
 	test.ForgetSounds();
 	test.SetKey( KEY_H, false );
 	test.SetKey( KEY_ESCAPE, true );
 	ASSERT_TRUE( test.Frames() );
-	EXPECT_EQ( gameState, STATE_MAIN_MENU );
+	EXPECT_EQ( test.GetGame().GetGameState(), STATE_MAIN_MENU );
 	// The end sounds stop, then the menu music takes over from the boss music.
 	EXPECT_EQ( test.GetStoppedSounds(),
 			   std::vector<int>( { SOUND_GAME_OVER, SOUND_LEVEL_COMPLETE, SOUND_EXPLOSION, SOUND_BOSS_MUSIC } ) );
@@ -220,13 +220,13 @@ TEST( InGameRuleTest, PauseStopsTheHeartbeatAtOnceUnderTheLevelMusicAndTheMainMe
 	test.ForgetSounds();
 	test.SetKey( KEY_ESCAPE, true );
 	ASSERT_TRUE( test.Frames() );
-	ASSERT_EQ( gameState, STATE_PAUSE );
+	ASSERT_EQ( test.GetGame().GetGameState(), STATE_PAUSE );
 	EXPECT_TRUE( Has( test.GetStoppedSounds(), SOUND_HEARTBEAT ) ) << "stopped in the frame of the Escape";
 	EXPECT_FALSE( Has( test.GetStoppedSounds(), levelMusic ) );
 	ASSERT_TRUE( test.Frames( 5 ) );
-	EXPECT_EQ( gameState, STATE_PAUSE ) << "Escape held on the pause screen does nothing";
+	EXPECT_EQ( test.GetGame().GetGameState(), STATE_PAUSE ) << "Escape held on the pause screen does nothing";
 	EXPECT_EQ( test.GetGame().GetSoundLayer().GetCurrentMusic(), levelMusic ) << "under the pause screen";
-	gameState = STATE_MAIN_MENU;
+	test.GetGame().SetGameState( STATE_MAIN_MENU );
 	ASSERT_TRUE( test.Frames() );
 	EXPECT_EQ( test.GetGame().GetSoundLayer().GetCurrentMusic(), SOUND_MENU_MUSIC );
 }

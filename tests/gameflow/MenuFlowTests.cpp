@@ -55,18 +55,18 @@ TEST_F( MenuFlowTest, EntriesLeadFromScreenToScreenAndSetTheOptions ) {
 		{ 5, STATE_MAIN_MENU, 1, 3 }, { 3, STATE_SETTINGS, 1, 3 }, { 5, STATE_MAIN_MENU, 1, 3 },
 	};
 	for ( size_t i = 0; i < std::size( tour ); i++ ) {
-		const int32_t from = gameState;
+		const int32_t from = headless.GetGame().GetGameState();
 		ASSERT_TRUE( ClickEntry( tour[i].entry ) );
-		EXPECT_EQ( gameState, tour[i].screen ) << "step " << i << ": entry " << tour[i].entry << " on screen " << from;
+		EXPECT_EQ( headless.GetGame().GetGameState(), tour[i].screen ) << "step " << i << ": entry " << tour[i].entry << " on screen " << from;
 		EXPECT_EQ( Players(), tour[i].players ) << "step " << i;
 		EXPECT_EQ( Difficulty(), tour[i].difficulty ) << "step " << i;
 		EXPECT_FALSE( headless.GetGame().IsClickLatched() ) << "a handled click clears the latch";
 	}
-	gameState = STATE_PAUSE;
+	headless.GetGame().SetGameState( STATE_PAUSE );
 	ASSERT_TRUE( ClickEntry( 3 ) );
-	EXPECT_EQ( gameState, STATE_PAUSE );
+	EXPECT_EQ( headless.GetGame().GetGameState(), STATE_PAUSE );
 	ASSERT_TRUE( ClickEntry( 4 ) );
-	EXPECT_EQ( gameState, STATE_PLAYING ) << "resume";
+	EXPECT_EQ( headless.GetGame().GetGameState(), STATE_PLAYING ) << "resume";
 }
 
 // A click is the release: wherever the press was, and on whatever screen.
@@ -79,15 +79,15 @@ TEST_F( MenuFlowTest, ClickIsTheReleaseWhereverThePressWas ) {
 	};
 	cScriptedInputBackend &input = headless.GetInput();
 	for ( const auto &c : cases ) {
-		gameState = c.pressScreen;
+		headless.GetGame().SetGameState( c.pressScreen );
 		input.SetMousePosition( c.pressX, c.pressY );
 		input.SetButton( 0, true );
 		ASSERT_TRUE( headless.Frame() );
-		gameState = c.releaseScreen;
+		headless.GetGame().SetGameState( c.releaseScreen );
 		input.SetMousePosition( c.releaseX, c.releaseY );
 		input.SetButton( 0, false );
 		ASSERT_TRUE( headless.Frame() );
-		EXPECT_EQ( gameState, c.expected ) << c.what;
+		EXPECT_EQ( headless.GetGame().GetGameState(), c.expected ) << c.what;
 	}
 }
 
@@ -105,15 +105,15 @@ TEST_F( MenuFlowTest, EveryEntrysEdgesOnTheMainMenu ) {
 	for ( const auto &e : entries ) {
 		const int32_t inside[][2] = { { e.left, e.top }, { e.right - 1, e.bottom - 1 } };
 		for ( const auto &point : inside ) {
-			gameState = STATE_MAIN_MENU;
+			headless.GetGame().SetGameState( STATE_MAIN_MENU );
 			const bool running = headless.Click( point[0], point[1] );
-			EXPECT_EQ( running ? gameState : -1, e.screen ) << "(" << point[0] << ", " << point[1] << ") is inside";
+			EXPECT_EQ( running ? headless.GetGame().GetGameState() : -1, e.screen ) << "(" << point[0] << ", " << point[1] << ") is inside";
 		}
 		const int32_t outside[][2] = { { e.right, e.top }, { e.left, e.bottom }, { e.left - 1, e.top } };
 		for ( const auto &point : outside ) {
-			gameState = STATE_MAIN_MENU;
+			headless.GetGame().SetGameState( STATE_MAIN_MENU );
 			ASSERT_TRUE( headless.Click( point[0], point[1] ) ) << "(" << point[0] << ", " << point[1] << ") quits";
-			EXPECT_EQ( gameState, STATE_MAIN_MENU ) << "(" << point[0] << ", " << point[1] << ") is outside";
+			EXPECT_EQ( headless.GetGame().GetGameState(), STATE_MAIN_MENU ) << "(" << point[0] << ", " << point[1] << ") is outside";
 		}
 	}
 }

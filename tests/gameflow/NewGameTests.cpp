@@ -43,12 +43,12 @@ protected:
 	void SetUp() override { ASSERT_TRUE( headless.Start() ); }
 	// From the main menu: the player count, then the character entry (3 tavesh, 4 lumra).
 	void StartGame( int playersEntry, int characterEntry ) {
-		gameState = STATE_MAIN_MENU;
+		Game().SetGameState( STATE_MAIN_MENU );
 		ASSERT_TRUE( headless.Click( ENTRY_X, ENTRY_Y[playersEntry] ) );
 		ASSERT_TRUE( headless.Click( ENTRY_X, ENTRY_Y[characterEntry] ) );
 	}
 	void SetDifficulty( int entry ) {
-		gameState = STATE_DIFFICULTY;
+		Game().SetGameState( STATE_DIFFICULTY );
 		ASSERT_TRUE( headless.Click( ENTRY_X, ENTRY_Y[entry] ) );
 	}
 	cGame &Game() { return headless.GetGame(); }
@@ -91,7 +91,7 @@ TEST_F( NewGameTest, GameTakesThePlayersCharactersAndDifficultyChosen ) {
 			SetDifficulty( c.difficultyEntry );
 		}
 		StartGame( c.playersEntry, c.characterEntry );
-		ASSERT_EQ( gameState, STATE_PLAYING );
+		ASSERT_EQ( Game().GetGameState(), STATE_PLAYING );
 		const tCharacterList &players = *Game().GetPlayers();
 		ASSERT_EQ( players.size(), c.kinds.size() );
 		for ( size_t i = 0; i < players.size(); i++ ) {
@@ -116,20 +116,20 @@ TEST_F( NewGameTest, GameTakesThePlayersCharactersAndDifficultyChosen ) {
 		Game().GetEnemies()->erase( Game().GetEnemies()->begin() );
 		Game().GetScene()->OpenBox( 51, 3 );
 		cItem::AddBoxContent( 51, 3, *Game().GetItems() );
-		gameState = STATE_PAUSE;
+		Game().SetGameState( STATE_PAUSE );
 	}
 }
 
 TEST_F( NewGameTest, PauseKeepsTheGameAndANewGameReplacesIt ) {
 	StartGame( 1, 3 );
 	const cScene *first = Game().GetScene();
-	gameState = STATE_PAUSE;
+	Game().SetGameState( STATE_PAUSE );
 	ASSERT_TRUE( headless.Click( ENTRY_X, ENTRY_Y[4] ) );	// resume
-	EXPECT_EQ( gameState, STATE_PLAYING );
+	EXPECT_EQ( Game().GetGameState(), STATE_PLAYING );
 	EXPECT_EQ( Game().GetScene(), first ) << "resuming does not rebuild the level";
-	gameState = STATE_PAUSE;
+	Game().SetGameState( STATE_PAUSE );
 	ASSERT_TRUE( headless.Click( ENTRY_X, ENTRY_Y[5] ) );	// to the main menu
-	EXPECT_EQ( gameState, STATE_MAIN_MENU );
+	EXPECT_EQ( Game().GetGameState(), STATE_MAIN_MENU );
 	EXPECT_EQ( Game().GetScene(), first ) << "an abandoned game stays until the next one";
 	EXPECT_EQ( Game().GetEnemies()->size(), 24u );
 }
@@ -157,7 +157,7 @@ TEST_F( BrokenMapTest, BrokenLayersKeepTheGameInTheMainMenuAndTheNextClickTriesA
 	std::filesystem::remove( "resources/map/overmap.txt" );
 	cLogCapture log;
 	StartGame( 2, 4 );
-	EXPECT_EQ( gameState, STATE_MAIN_MENU );
+	EXPECT_EQ( Game().GetGameState(), STATE_MAIN_MENU );
 	EXPECT_TRUE( Game().GetPlayers()->empty() && Game().GetEnemies()->empty() && Game().GetItems()->empty() );
 	EXPECT_TRUE( log.Contains( "Error loading map ./resources/map/walkmap.txt: 5 of 4500 numbers" ) ) << log.GetText();
 	EXPECT_NE( log.GetText().find( "./resources/map/overmap.txt" ), std::string::npos ) << log.GetText();
@@ -169,6 +169,6 @@ TEST_F( BrokenMapTest, BrokenLayersKeepTheGameInTheMainMenuAndTheNextClickTriesA
 									std::filesystem::copy_options::overwrite_existing );
 	}
 	StartGame( 2, 4 );
-	EXPECT_EQ( gameState, STATE_PLAYING ) << "the repaired map starts";
+	EXPECT_EQ( Game().GetGameState(), STATE_PLAYING ) << "the repaired map starts";
 	EXPECT_EQ( Game().GetPlayers()->size(), 2u );
 }

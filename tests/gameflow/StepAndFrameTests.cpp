@@ -47,7 +47,7 @@ TEST( StepAndFrameTest, DrawingAFrameTwiceChangesNothingAndShowsTheSamePicture )
 	for ( int32_t state : { STATE_PLAYING, STATE_DEFEAT, STATE_VICTORY, STATE_PAUSE, STATE_MAIN_MENU } ) {
 		cTestGame test( MakeOpenScene() );
 		cBusyWorld world( test );
-		gameState = state;
+		test.GetGame().SetGameState( state );
 		ASSERT_TRUE( test.GetGame().Step() );
 		const cStateHash before( test.GetGame() );
 		test.GetGame().RenderFrame();
@@ -85,7 +85,7 @@ TEST( StepAndFrameTest, WhatAStepMovesOnInEachScreen ) {
 	for ( const cCase &c : cases ) {
 		cTestGame test( MakeOpenScene() );
 		cBusyWorld world( test );
-		gameState = c.state;
+		test.GetGame().SetGameState( c.state );
 		for ( int i = 0; i < STEPS; i++ ) {
 			ASSERT_TRUE( test.GetGame().Step() );
 		}
@@ -124,8 +124,8 @@ TEST( StepAndFrameTest, AnIdleScreenIsDrawnOnceUntilSomethingChanges ) {
 	EXPECT_EQ( stepAndMaybeDraw( 100 ), 1 ) << "the cursor moved once";
 	picture.Forget();
 	EXPECT_EQ( stepAndMaybeDraw( 100 ), 2 ) << "a window event";
-	gameState = STATE_PAUSE;
+	headless.GetGame().SetGameState( STATE_PAUSE );
 	EXPECT_EQ( stepAndMaybeDraw( 100 ), 1 ) << "the pause screen at rest";
-	gameState = STATE_DEFEAT;
+	headless.GetGame().SetGameState( STATE_DEFEAT );
 	EXPECT_EQ( stepAndMaybeDraw( 10 ), 10 ) << "the world is drawn every step";
 }

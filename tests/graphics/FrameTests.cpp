@@ -22,7 +22,7 @@ TEST_F( FrameTest, MenuStatesDrawTheirPictureThenTheCursor ) {
 	};
 	AddPlayer( KIND_TAVESH, 224, 2240 );
 	for ( const auto &[state, picture] : screens ) {
-		gameState = state;
+		screen = state;
 		Render( MOUSE_X, MOUSE_Y );
 		const std::vector<tDraw> &draws = GetDraws();
 		ASSERT_EQ( draws.size(), 2u ) << "state " << state << " should draw its picture and the cursor only";
@@ -54,7 +54,7 @@ TEST_F( FrameTest, WorldStatesDrawTheWorldInOrderUnderTheirPicture ) {
 		{ STATE_VICTORY, "./resources/menu/youwin.png" },
 	};
 	for ( const auto &[state, picture] : states ) {
-		gameState = state;
+		screen = state;
 		Render( MOUSE_X, MOUSE_Y );
 		std::vector<std::string> expected = { PNG_TILES, PNG_ITEMS, PNG_BULLETS, PNG_CHARACTERS, PNG_EXPLOSION,
 											PNG_TILES, PNG_CHARACTERS, PNG_HEALTH, PNG_ENERGY };
@@ -72,7 +72,7 @@ TEST_F( FrameTest, WorldStatesDrawTheWorldInOrderUnderTheirPicture ) {
 
 // Before the first game there is no world to draw; a frame in a world state draws nothing.
 TEST_F( FrameTest, WorldStateWithoutAGameDrawsNothing ) {
-	EXPECT_TRUE( layer.Render( MOUSE_X, MOUSE_Y, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr ) );
+	EXPECT_TRUE( layer.Render( screen, MOUSE_X, MOUSE_Y, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr ) );
 	EXPECT_TRUE( GetDraws().empty() );
 	EXPECT_EQ( backend.GetFrameCount(), 1 ) << "the frame is still presented";
 }
@@ -86,10 +86,10 @@ TEST_F( FrameTest, MissingPicturesAreLoggedAndLeaveTheRest ) {
 	EXPECT_TRUE( log.Contains( "Error loading picture ./resources/menu/pause.png: the test made the device fail" ) &&
 				log.Contains( "Error loading picture ./resources/map/tiles.png: the test made the device fail" ) &&
 				log.GetLines().size() == 2u ) << "the two missing pictures only, log was: " << log.GetText();
-	gameState = STATE_PAUSE;
+	screen = STATE_PAUSE;
 	Render( MOUSE_X, MOUSE_Y );
 	ASSERT_EQ( GetPictureRuns(), std::vector<std::string>{ PNG_CURSOR } );
-	gameState = STATE_PLAYING;
+	screen = STATE_PLAYING;
 	AddPlayer( KIND_TAVESH, 100, 100 );
 	Render();
 	EXPECT_TRUE( GetDraws( PNG_TILES ).empty() );

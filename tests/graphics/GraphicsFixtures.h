@@ -53,7 +53,7 @@ inline std::unique_ptr<cScene> MakeDrawnScene( const std::vector<int32_t> &base,
 	return scene;
 }
 
-// The running game's scene and lists, the game state and a manual clock, for one test. The derived
+// The running game's scene and lists, the screen and a manual clock, for one test. The derived
 // fixtures give the layer its backend and release it before the backend goes.
 class cWorldTest : public ::testing::Test {
 protected:
@@ -61,10 +61,8 @@ protected:
 
 	cWorldTest() : clock( START_TICKS ), scene( MakeDrawnScene( FilledLayer( 1 ) ) ) {
 		SetClock( &clock );
-		gameState = STATE_PLAYING;
 	}
 	~cWorldTest() override {
-		gameState = STATE_MAIN_MENU;
 		SetClock( nullptr );
 	}
 
@@ -80,13 +78,14 @@ protected:
 	}
 	// As the game does it: one step of the world's animation, then the frame drawn.
 	void Render( int32_t mouseX = 0, int32_t mouseY = 0 ) {
-		if ( ShowsWorld( gameState ) ) {
-			AnimateWorld( *scene, players, enemies, explosions, items );
+		if ( ShowsWorld( screen ) ) {
+			AnimateWorld( screen, *scene, players, enemies, explosions, items );
 		}
-		layer.Render( mouseX, mouseY, scene.get(), &players, &enemies, &bullets, &explosions, &items );
+		layer.Render( screen, mouseX, mouseY, scene.get(), &players, &enemies, &bullets, &explosions, &items );
 	}
 
 	cLogCapture			log;
+	int32_t				screen = STATE_PLAYING;
 	cManualClock		clock;
 	std::unique_ptr<cScene> scene;
 	tCharacterList		players;

@@ -222,7 +222,7 @@ TEST_F( PixelTest, CachedTilesMatchTilesDrawnOneByOne ) {
 				scene->SetCameraPosition( camera.x, camera.y );
 				player.SetPosition( playerX, 700 );
 				Render();
-				tiles.Render( 0, 0, scene.get(), &players, &enemies, &bullets, &explosions, &items );
+				tiles.Render( STATE_PLAYING, 0, 0, scene.get(), &players, &enemies, &bullets, &explosions, &items );
 				const uint32_t *cached = static_cast<const uint32_t *>( surface->pixels );
 				const uint32_t *single = static_cast<const uint32_t *>( tileSurface->pixels );
 				const auto differs = std::mismatch( cached, cached + VIEW_WIDTH * VIEW_HEIGHT, single );
@@ -288,7 +288,7 @@ TEST_F( PixelTest, CursorIsCutByTheScreensCornerAndKeyed ) {
 		return x >= 16 ? KEY : x == 10 ? OPAQUE_MAGENTA : 0xFF000080u | x * 8 << 16 | y * 8 << 8;
 	} );
 	Load();
-	gameState = STATE_MAIN_MENU;
+	screen = STATE_MAIN_MENU;
 	Render( 630, 470 );
 	EXPECT_EQ( Hex( GetPixel( 630, 470 ) ), Hex( 0xFF000080 ) ) << "the cursor's pixel (0, 0)";
 	EXPECT_EQ( Hex( GetPixel( 639, 479 ) ), Hex( 0xFF484880 ) ) << "the cursor's pixel (9, 9)";

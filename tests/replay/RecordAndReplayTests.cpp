@@ -82,7 +82,6 @@ cRecording Record( int turnKey ) {
 	cRecordingSoundBackend sound;
 	cRecorder recorder( input, clock );
 	SetClock( &recorder.GetClock() );
-	gameState = STATE_MAIN_MENU;
 	cRecording recording;
 	{
 		cGameOn on( recorder.GetInput(), &sound );
@@ -95,11 +94,10 @@ cRecording Record( int turnKey ) {
 			clock.Advance( cGame::FRAME_TIME );
 			clock.SetCalendarTime( CALENDAR + clock.GetTickCount() / 1000 );
 		}
-		EXPECT_EQ( gameState, STATE_PLAYING ) << "the script should end in play";
+		EXPECT_EQ( on.game.GetGameState(), STATE_PLAYING ) << "the script should end in play";
 		recording = recorder.GetRecording();
 	}
 	SetClock( nullptr );
-	gameState = STATE_MAIN_MENU;
 	return recording;
 }
 
@@ -140,7 +138,6 @@ TEST( RecordAndReplayTest, AScriptedGameReplaysExactlyAndThenThePlayerTakesOver 
 	cReplay replay( recording, &player, clock );
 	cReplaySound sound( nullptr, recording.soundOpened );
 	SetClock( &replay.GetClock() );
-	gameState = STATE_MAIN_MENU;
 	{
 		cGameOn on( replay.GetInput(), &sound );
 		cGame &game = on.game;
@@ -150,16 +147,15 @@ TEST( RecordAndReplayTest, AScriptedGameReplaysExactlyAndThenThePlayerTakesOver 
 			EXPECT_TRUE( replay.IsPlayerKeyDown( KEY_ESCAPE ) );
 		}
 		ASSERT_FALSE( replay.HasDiverged() ) << "step " << replay.GetDivergedStep() << ": " << replay.GetDifference();
-		EXPECT_EQ( gameState, STATE_PLAYING );
+		EXPECT_EQ( game.GetGameState(), STATE_PLAYING );
 		const uint32_t lastTick = replay.GetClock().GetTickCount();
 		replay.Stop();
 		StepGame( game );
-		EXPECT_EQ( gameState, STATE_PAUSE ) << "the player's Escape";
+		EXPECT_EQ( game.GetGameState(), STATE_PAUSE ) << "the player's Escape";
 		clock.Advance( cGame::FRAME_TIME );
 		EXPECT_EQ( replay.GetClock().GetTickCount(), lastTick + cGame::FRAME_TIME );
 	}
 	SetClock( nullptr );
-	gameState = STATE_MAIN_MENU;
 }
 
 // In the window: a held key plays four recorded steps a step, Escape leaves at once, and either
@@ -177,7 +173,6 @@ TEST( RecordAndReplayTest, TheWindowsReplayRunsFastOnAKeyAndLeavesOnEscape ) {
 		cSession session;
 		ASSERT_TRUE( session.Open( cCommandLine::Parse( 3, argv ), player, nullptr, clock, error ) ) << error;
 		SetClock( &session.GetClock() );
-		gameState = STATE_MAIN_MENU;
 		cGameOn on( session.GetInput(), session.GetSound() );
 		cGame &game = on.game;
 		int steps = 0;
@@ -187,7 +182,7 @@ TEST( RecordAndReplayTest, TheWindowsReplayRunsFastOnAKeyAndLeavesOnEscape ) {
 		}
 		// 51 steps at 1, then the key seen at the poll of step 52: 4 a step up to the end.
 		EXPECT_EQ( steps, key == KEY_K ? 51 + ( STEPS - 51 + 3 ) / 4 : 52 ) << "key " << key;
-		EXPECT_EQ( gameState, STATE_MAIN_MENU );
+		EXPECT_EQ( game.GetGameState(), STATE_MAIN_MENU );
 		EXPECT_EQ( game.GetScene(), nullptr );
 	}
 	SetClock( nullptr );

@@ -12,7 +12,7 @@ cTestGame::cTestGame( std::unique_ptr<cScene> scene )
 	: headless( &sound ) {
 	EXPECT_TRUE( headless.Start() ) << "the headless game did not start";
 	headless.GetGame().SetUpGame( std::move( scene ) );
-	gameState = STATE_PLAYING;
+	headless.GetGame().SetGameState( STATE_PLAYING );
 	ForgetSounds();
 }
 
