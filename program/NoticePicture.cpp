@@ -3,8 +3,6 @@
 
 #include <algorithm>
 
-#include "actors/GameState.h"
-
 bool cNoticePicture::Show( const std::string &shown ) {
 	const bool changed = shown != text;
 	text = shown;
@@ -38,7 +36,7 @@ std::vector<std::string> cNoticePicture::Wrap( const std::string &text, size_t c
 void cNoticePicture::DrawOver( cGraphicsBackend &frame, const std::vector<cTexture *> &pictures ) {
 	cTexture *picture = pictures[0];
 	int32_t sheetWidth = 0, sheetHeight = 0;
-	if ( picture == nullptr || text.empty() || gameState != STATE_MAIN_MENU || !frame.GetTextureSize( picture, sheetWidth, sheetHeight ) ) {
+	if ( picture == nullptr || text.empty() || !frame.GetTextureSize( picture, sheetWidth, sheetHeight ) ) {
 		return;
 	}
 	const int width = sheetWidth / COLUMNS;

@@ -17,6 +17,7 @@
 #include "app/FrameClient.h"
 #include "app/FrameLoop.h"
 #include "app/FramePicture.h"
+#include "actors/GameState.h"
 #include "app/Game.h"
 #include "graphics/sdl/SdlGraphicsBackend.h"
 #include "input/sdl/SdlInputBackend.h"
@@ -93,7 +94,9 @@ public:
 	bool IsFrameWanted() override {
 		const Uint32 unseen = SDL_WINDOW_HIDDEN | SDL_WINDOW_MINIMIZED;
 		const bool waitingChanged = waiting.Show( session.IsWaitingForPartner(), session.GetConnectionLostSeconds() );
-		const bool noticeChanged = portMapping != nullptr && notice.Show( portMapping->GetLine() );
+		// The host's line stands at the foot of the main menu only, where it covers nothing.
+		const bool inMenu = game.GetGameState() == STATE_MAIN_MENU;
+		const bool noticeChanged = portMapping != nullptr && notice.Show( inMenu ? portMapping->GetLine() : "" );
 		return ( SDL_GetWindowFlags( window.GetWindow() ) & unseen ) == 0 &&
 			   ( picture.IsChanged( game ) || waitingChanged || noticeChanged );
 	}

@@ -200,7 +200,6 @@ TEST( RecordAndReplayTest, TheRecordingSoFarIsSavedWhileTheRunGoesOn ) {
 	cSession session;
 	ASSERT_TRUE( session.Open( cCommandLine::Parse( 3, argv ), player, nullptr, clock, error ) ) << error;
 	SetClock( &session.GetClock() );
-	gameState = STATE_MAIN_MENU;
 	{
 		cGameOn on( session.GetInput(), session.GetSound() );
 		session.Watch( on.game );
@@ -220,7 +219,6 @@ TEST( RecordAndReplayTest, TheRecordingSoFarIsSavedWhileTheRunGoesOn ) {
 		}
 	}
 	SetClock( nullptr );
-	gameState = STATE_MAIN_MENU;
 	cSession alone;		// the same program, without --record
 	ASSERT_TRUE( alone.Open( cCommandLine::Parse( 1, argv ), player, nullptr, clock, error ) );
 	EXPECT_FALSE( alone.SaveRecording( error ) );
