@@ -7,6 +7,7 @@
 #include "actors/GameState.h"
 #include "actors/Item.h"
 #include "actors/WorldAnimation.h"
+#include "input/SettingsStore.h"
 #include "log/Log.h"
 #include "platform/Platform.h"
 #include "sound/SoundIds.h"
@@ -27,6 +28,8 @@ cGame::~cGame() = default;
 bool cGame::Init( const cPlatform &platform, bool fullscreen ) {
 	cLog::Instance();
 	dataRoot = platform.dataRoot;
+	settings = platform.settings != nullptr ? platform.settings : &ownSettings;
+	settingsStore = platform.settingsStore;
 	if ( !graphicsLayer.Init( platform.graphics, fullscreen ) ) {
 		cLog::Write( "Error initializing Graphics!" );
 		return false;
@@ -57,6 +60,7 @@ void cGame::Restart( cInputBackend *input ) {
 	endTime = 0;
 	clickLatch = false;
 	config = cConfig();
+	controlsPage.Close();
 	soundLayer.StopAll();
 	inputLayer.Release();
 	InitInput( input );
@@ -99,6 +103,8 @@ bool cGame::Process() {
 	if ( !ProcessMenus( *keyboard, *mouse ) ) {
 		return false;
 	}
+	inputLayer.SetRawKeys( gameState == STATE_CONTROLS && controlsPage.IsWaiting() );
+	UpdateMenuTexts();
 	if ( gameState == STATE_PLAYING ) {
 		UpdateInGame();
 	} else if ( soundLayer.heartbeatPlaying ) {
@@ -130,7 +136,20 @@ bool cGame::RenderFrame() const {
 	int32_t mouseY = 0;
 	inputLayer.GetMousePosition( mouseX, mouseY );
 	return graphicsLayer.Render( mouseX, mouseY, scene.get(), players.get(), enemies.get(), bullets.get(),
-								explosions.get(), items.get() );
+								explosions.get(), items.get(), &menuTexts );
+}
+
+void cGame::KeepSettings() {
+	if ( settingsStore != nullptr ) {
+		settingsStore->Save( *settings );
+	}
+}
+
+void cGame::UpdateMenuTexts() {
+	menuTexts.clear();
+	if ( gameState == STATE_CONTROLS ) {
+		controlsPage.GetTexts( inputLayer, *settings, menuTexts );
+	}
 }
 
 void cGame::ClearGame() {

@@ -67,6 +67,10 @@ bool cGame::ProcessMenus( cKeyboard &keyboard, cMouse &mouse ) {
 		}
 	}
 
+	if ( gameState == STATE_CONTROLS && controlsPage.ReadKeys( inputLayer, *settings ) ) {
+		KeepSettings();
+	}
+
 	int32_t x = 0;
 	int32_t y = 0;
 	mouse.GetPosition( x, y );
@@ -80,7 +84,11 @@ bool cGame::ProcessMenus( cKeyboard &keyboard, cMouse &mouse ) {
 		return true;
 	}
 	clickLatch = false;
-	if ( gameState > STATE_PAUSE ) {
+	if ( gameState == STATE_DEFEAT || gameState == STATE_VICTORY ) {
+		return true;
+	}
+	mouse.GetPosition( x, y );
+	if ( gameState == STATE_CONTROLS && ClickControls( FindEntry( mouse ), x, y ) ) {
 		return true;
 	}
 	return ClickEntry( FindEntry( mouse ) );
@@ -129,6 +137,17 @@ bool cGame::ClickEntry( int entry ) {
 		}
 	}
 	return true;
+}
+
+// The keys' cells and the entries that change the keys; false for a click the screen's move takes.
+bool cGame::ClickControls( int entry, int32_t x, int32_t y ) {
+	if ( controlsPage.Click( x, y ) ) {
+		return true;
+	}
+	if ( controlsPage.ClickEntry( entry, inputLayer, *settings ) ) {
+		KeepSettings();
+	}
+	return false;
 }
 
 // Entry 3 gives player 1 tavesh, entry 4 lumra; in a two-player game player 2 takes the other.

@@ -134,7 +134,8 @@ void cGraphicsLayer::Release() {
 
 bool cGraphicsLayer::Render( int32_t mouseX, int32_t mouseY, const cScene *scene, const tCharacterList *players,
 							const tCharacterList *enemies, const tBulletList *bullets,
-							const tExplosionList *explosions, const tItemList *items ) const {
+							const tExplosionList *explosions, const tItemList *items,
+							const std::vector<cMenuText> *texts ) const {
 	if ( backend == nullptr ) {
 		return true;
 	}
@@ -142,6 +143,10 @@ bool cGraphicsLayer::Render( int32_t mouseX, int32_t mouseY, const cScene *scene
 	eTexture screen;
 	if ( GetScreenTexture( gameState, screen ) ) {
 		DrawScreen( screen );
+		for ( size_t i = 0; texts != nullptr && i < texts->size(); i++ ) {
+			const cMenuText &text = ( *texts )[i];
+			backend->DrawText( text.text, static_cast<float>( text.x ), static_cast<float>( text.y ), text.colour );
+		}
 		DrawCursor( mouseX, mouseY );
 	} else if ( ShowsWorld( gameState ) && scene != nullptr && players != nullptr && enemies != nullptr &&
 				bullets != nullptr && explosions != nullptr && items != nullptr ) {

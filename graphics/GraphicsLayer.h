@@ -10,6 +10,7 @@
 
 #include "actors/ActorLists.h"
 #include "actors/Rect.h"
+#include "graphics/MenuText.h"
 #include "graphics/TileCache.h"
 #include "world/Grid.h"
 
@@ -45,10 +46,11 @@ public:
 	void				Release();
 
 	// One whole frame. The scene and the lists are used only while the world is shown and may be
-	// null before the first game.
+	// null before the first game; texts go over a menu screen's picture.
 	bool				Render( int32_t mouseX, int32_t mouseY, const cScene *scene, const tCharacterList *players,
 								const tCharacterList *enemies, const tBulletList *bullets,
-								const tExplosionList *explosions, const tItemList *items ) const;
+								const tExplosionList *explosions, const tItemList *items,
+								const std::vector<cMenuText> *texts = nullptr ) const;
 
 	// The world and its HUD.
 	void				RenderWorld( const cScene &scene, const tCharacterList &players, const tCharacterList &enemies,

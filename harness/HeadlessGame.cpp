@@ -8,6 +8,7 @@ cHeadlessGame::cHeadlessGame( cSoundBackend *soundBackend, cGraphicsBackend *gra
 	: clock( 0, CALENDAR_TIME ), sound( soundBackend ), screen( graphicsBackend != nullptr ? graphicsBackend : &graphics ) {
 	SetClock( &clock );
 	gameState = STATE_MAIN_MENU;
+	input.SetKeyBindings( &settings.keys );
 }
 
 cHeadlessGame::~cHeadlessGame() {
@@ -21,6 +22,8 @@ bool cHeadlessGame::Start( bool fullscreen, cInputBackend *wrapper ) {
 	platform.graphics = screen;
 	platform.input = wrapper != nullptr ? wrapper : &input;
 	platform.sound = sound;
+	platform.settings = &settings;
+	platform.settingsStore = settingsStore;
 	started = game.Init( platform, fullscreen );
 	return started;
 }

@@ -9,6 +9,7 @@
 # the headless backends. A new layer is one more line in LAYERS and its name in the lists of the
 # layers above it; a new kind of backend is one more entry in BACKENDS. The online game (net/) sits
 # above app and replay; its ENet link is the backend net/enet/, the only code that includes ENet.
+# The settings file is read and written with inih in the backend input/ini/, the only code that includes it.
 #   check-layers.sh [SOURCE_DIR]   prints every include against the rules; fails if there is one
 set -u
 cd "${1:-$(dirname "$0")/../..}" || exit 2
@@ -34,6 +35,7 @@ declare -A BACKENDS=(
 	[sdl]="SDL"
 	[headless]=""
 	[enet]="enet/"
+	[ini]="ini.h"
 )
 declare -A FOLDER_KIND=(
 	[harness]=headless
