@@ -7,16 +7,6 @@
 
 namespace {
 
-const int32_t FIRST_ROW = 274;		// the rows of the seven actions, one under the other
-const int32_t ROW_HEIGHT = 22;
-const int32_t CELL_HEIGHT = 20;
-const int32_t CELL_LEFT[cKeyBindings::PLAYERS] = { 392, 508 };
-const int32_t CELL_WIDTH = 106;
-const int32_t TEXT_INSET_X = 6;
-const int32_t TEXT_INSET_Y = 2;
-const int32_t LINE_X = 296;
-const int32_t LINE_Y = FIRST_ROW + ROW_HEIGHT * cKeyBindings::ACTIONS + 4;
-
 const uint32_t NAME_COLOUR = 0xFFFFFFFF;
 const uint32_t WAITING_COLOUR = 0xFFFFD541;
 const uint32_t LINE_COLOUR = 0xFFFFA040;
@@ -25,12 +15,6 @@ std::string Describe( int player, int action ) {
 	return "player " + std::to_string( player ) + "'s " + cKeyBindings::GetActionName( action );
 }
 
-}
-
-cRect cControlsPage::GetKeyCell( int player, int action ) {
-	const int32_t top = FIRST_ROW + ROW_HEIGHT * action;
-	const int32_t left = CELL_LEFT[player - 1];
-	return cRect{ left, top, left + CELL_WIDTH, top + CELL_HEIGHT };
 }
 
 bool cControlsPage::Click( int32_t x, int32_t y ) {
@@ -122,6 +106,6 @@ void cControlsPage::GetTexts( const cInputLayer &input, const cSettings &setting
 		}
 	}
 	if ( !line.empty() ) {
-		texts.push_back( cMenuText{ LINE_X, LINE_Y, line, LINE_COLOUR } );
+		texts.push_back( cMenuText{ LABEL_X, LINE_Y, line, LINE_COLOUR } );
 	}
 }

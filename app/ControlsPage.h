@@ -19,9 +19,24 @@ class cControlsPage {
 public:
 	static const int	DEFAULTS_ENTRY = 3;
 	static const int	NO_KEYPAD_ENTRY = 4;
+	// The picture's table in the side panel: a row per action, a column of keys per player, then
+	// a line of help the picture carries and the page's own line under it.
+	static constexpr int32_t FIRST_ROW = 274;
+	static constexpr int32_t ROW_HEIGHT = 22;
+	static constexpr int32_t CELL_HEIGHT = 20;
+	static constexpr int32_t CELL_WIDTH = 106;
+	static constexpr int32_t CELL_LEFT[2] = { 392, 508 };
+	static constexpr int32_t LABEL_X = 296;
+	static constexpr int32_t HELP_Y = FIRST_ROW + ROW_HEIGHT * 7;
+	static constexpr int32_t LINE_Y = HELP_Y + 16;
+	static constexpr int32_t TEXT_INSET_X = 6;
+	static constexpr int32_t TEXT_INSET_Y = 2;
 
 	// Where the key of a player's (1 or 2) action shows, and is clicked.
-	static cRect		GetKeyCell( int player, int action );
+	static constexpr cRect GetKeyCell( int player, int action ) {
+		return cRect{ CELL_LEFT[player - 1], FIRST_ROW + ROW_HEIGHT * action, CELL_LEFT[player - 1] + CELL_WIDTH,
+					  FIRST_ROW + ROW_HEIGHT * action + CELL_HEIGHT };
+	}
 
 	// A click at (x, y): a key cell starts waiting for its key (true); anywhere else only ends
 	// the waiting (false), and the screen's entry there does what it does.

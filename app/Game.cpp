@@ -7,6 +7,7 @@
 #include "actors/GameState.h"
 #include "actors/Item.h"
 #include "actors/WorldAnimation.h"
+#include "app/MenuEntries.h"
 #include "input/SettingsStore.h"
 #include "log/Log.h"
 #include "platform/Platform.h"
@@ -42,6 +43,7 @@ bool cGame::Init( const cPlatform &platform, bool fullscreen ) {
 		cLog::Write( "Error initializing Sound!" );
 	}
 	graphicsLayer.LoadTextures( dataRoot );
+	soundLayer.SetLevels( settings->musicVolume, settings->effectsVolume );
 	soundLayer.LoadSounds( cSoundLayer::GetSoundFolder( dataRoot ).c_str() );
 	return true;
 }
@@ -145,10 +147,19 @@ void cGame::KeepSettings() {
 	}
 }
 
+// The values drawn in the entries that change them, after the labels the pictures carry.
 void cGame::UpdateMenuTexts() {
+	static const char *const STARTS[] = { "ask", "full screen", "window" };
 	menuTexts.clear();
 	if ( gameState == STATE_CONTROLS ) {
 		controlsPage.GetTexts( inputLayer, *settings, menuTexts );
+	} else if ( gameState == STATE_SETTINGS ) {
+		menuTexts.push_back( cMenuText{ MENU_VALUE_X, MENU_ENTRIES[1].top + MENU_VALUE_DOWN, STARTS[settings->startScreen] } );
+	} else if ( gameState == STATE_SOUND ) {
+		for ( int i = 0; i < 2; i++ ) {
+			const int level = i == 0 ? settings->musicVolume : settings->effectsVolume;
+			menuTexts.push_back( cMenuText{ MENU_LEVEL_X, MENU_ENTRIES[i].top + MENU_VALUE_DOWN, std::to_string( level ) } );
+		}
 	}
 }
 

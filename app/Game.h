@@ -112,6 +112,7 @@ private:
 	bool				ClickEntry( int entry );
 	void				StartWithCharacter( int entry );
 	bool				ClickControls( int entry, int32_t x, int32_t y );
+	bool				ClickSetting( int entry, int32_t x );
 	// A setting changed: kept at once, and heard at once.
 	void				KeepSettings();
 	void				UpdateMenuTexts();

@@ -42,6 +42,7 @@ const cTextureFile TEXTURE_FILES[cGraphicsLayer::TEXTURE_COUNT] = {
 	{ cGraphicsLayer::TEX_EXCLAMATION,		"./resources/sprites/exclamation.png",		false },
 	{ cGraphicsLayer::TEX_QUERY,			"./resources/sprites/query.png",			false },
 	{ cGraphicsLayer::TEX_WTF,				"./resources/sprites/WTF.png",				false },
+	{ cGraphicsLayer::TEX_SOUND,			"./resources/menu/sound.png",				false },
 };
 
 // The picture each menu state shows; states that show the world have none.
@@ -55,6 +56,7 @@ bool GetScreenTexture( int32_t state, cGraphicsLayer::eTexture &which ) {
 		case STATE_SELECT_ONE:
 		case STATE_SELECT_TWO:	which = cGraphicsLayer::TEX_CHAR_SELECTION; return true;
 		case STATE_PAUSE:		which = cGraphicsLayer::TEX_PAUSE; return true;
+		case STATE_SOUND:		which = cGraphicsLayer::TEX_SOUND; return true;
 		default:				return false;
 	}
 }

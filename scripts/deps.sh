@@ -6,10 +6,11 @@
 #   scripts/deps.sh package  that of play, plus what makes and checks the Debian package
 set -euo pipefail
 
-play_packages=(g++ cmake make pkg-config libsdl2-dev libsdl2-image-dev libsdl2-mixer-dev libenet-dev)
+play_packages=(g++ cmake make pkg-config libsdl2-dev libsdl2-image-dev libsdl2-mixer-dev libenet-dev libinih-dev
+               libsdl2-ttf-dev fonts-dejavu-core)
 test_packages=(googletest python3 libgtest-dev libbenchmark-dev libtcod-dev libsdl2-ttf-dev fonts-dejavu-core
                xvfb xauth xdotool x11-utils x11-apps xfonts-base imagemagick clang libclang-rt-14-dev
-               desktop-file-utils appstream openbox)
+               desktop-file-utils appstream openbox x11-xkb-utils)
 package_packages=(dpkg-dev file lintian)
 # The arm64 build of the recordings' check; without them that build is skipped, and says so.
 cross_packages=(g++-aarch64-linux-gnu qemu-user)

@@ -111,7 +111,7 @@ TEST( FuzzRegressions, GameResourcesKeepEveryRule ) {
 	const size_t replays = CheckEveryFile( CheckReplayFile, ListFiles( "tests/replays", ".kmr" ) );
 	EXPECT_EQ( maps, 4u );
 	EXPECT_EQ( sounds, 15u );
-	EXPECT_EQ( pictures, 23u ) << "the game's 22 pictures and the online game's waiting picture";
+	EXPECT_EQ( pictures, 24u ) << "the game's 23 pictures and the online game's waiting picture";
 	EXPECT_GE( replays, 1u );
 }
 
