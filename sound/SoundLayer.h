@@ -12,9 +12,9 @@ class cSoundBackend;
 
 class cSoundLayer {
 public:
-	static const int32_t VOLUME_MUSIC = -1000;		// in hundredths of a decibel
-	static const int32_t VOLUME_EFFECT = -500;
-	static const int32_t VOLUME_FULL = 0;
+	static constexpr int32_t VOLUME_MUSIC = -1000;		// in hundredths of a decibel
+	static constexpr int32_t VOLUME_EFFECT = -500;
+	static constexpr int32_t VOLUME_FULL = 0;
 	static const int	LOUDEST = 10;				// the player's levels run from 0, silent, to this
 	static constexpr const char *SOUND_FOLDER = "./resources/audio/";
 
