@@ -71,6 +71,8 @@ const char *cKeyBindings::GetActionName( int action ) {
 	return ACTION_NAMES[action];
 }
 
+// The chosen keys themselves are taken off, so that only the actions go on to the game, to a
+// recording and to an online partner.
 void cKeyBindings::Apply( uint8_t state[256] ) const {
 	uint8_t actions[PLAYERS][ACTIONS] = {};
 	for ( int p = 0; p < PLAYERS; p++ ) {
@@ -80,6 +82,7 @@ void cKeyBindings::Apply( uint8_t state[256] ) const {
 	}
 	for ( int p = 0; p < PLAYERS; p++ ) {
 		for ( int a = 0; a < ACTIONS; a++ ) {
+			state[keys[p][a] & 0xFF] = 0;
 			state[GAME_KEYS[p][a]] = 0;
 		}
 	}

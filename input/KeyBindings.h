@@ -30,7 +30,7 @@ public:
 	// The key code the game reads for the action: its default key.
 	static int			GetGameKey( int player, int action );
 	static const char *	GetActionName( int action );	// "up" ... "use"
-	// Every action's key folded onto its game key; the other keys pass as they are.
+	// Every action's key folded onto its game key, and taken off; the other keys pass as they are.
 	void				Apply( uint8_t state[256] ) const;
 	bool				operator==( const cKeyBindings &other ) const;
 
