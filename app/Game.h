@@ -60,6 +60,10 @@ public:
 	// begin from here, and so does every recording of one.
 	void				Restart( cInputBackend *input );
 
+	// In an online game one machine's mouse drives both machines' menus: the settings screens
+	// show each machine's own settings and change none.
+	void				LockSettings( bool locked ) { settingsLocked = locked; }
+
 	// Menus and the new game.
 	bool				ProcessMenus( cKeyboard &keyboard, cMouse &mouse );
 	void				NewGame();
@@ -137,6 +141,7 @@ private:
 	cSettings			ownSettings;			// the defaults, when the platform brings none
 	cSettings *			settings = &ownSettings;
 	cSettingsStore *	settingsStore = nullptr;	// not owned; null keeps nothing
+	bool				settingsLocked = false;
 	cControlsPage		controlsPage;
 	std::vector<cMenuText>	menuTexts;
 	std::string			dataRoot = ".";		// the folder holding resources/, from the platform

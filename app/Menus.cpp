@@ -74,7 +74,7 @@ bool cGame::ProcessMenus( cKeyboard &keyboard, cMouse &mouse ) {
 		}
 	}
 
-	if ( gameState == STATE_CONTROLS && controlsPage.ReadKeys( inputLayer, *settings ) ) {
+	if ( gameState == STATE_CONTROLS && !settingsLocked && controlsPage.ReadKeys( inputLayer, *settings ) ) {
 		KeepSettings();
 	}
 
@@ -95,10 +95,10 @@ bool cGame::ProcessMenus( cKeyboard &keyboard, cMouse &mouse ) {
 		return true;
 	}
 	mouse.GetPosition( x, y );
-	if ( gameState == STATE_CONTROLS && ClickControls( FindEntry( mouse ), x, y ) ) {
+	if ( gameState == STATE_CONTROLS && !settingsLocked && ClickControls( FindEntry( mouse ), x, y ) ) {
 		return true;
 	}
-	if ( ClickSetting( FindEntry( mouse ), x ) ) {
+	if ( !settingsLocked && ClickSetting( FindEntry( mouse ), x ) ) {
 		KeepSettings();
 		return true;
 	}

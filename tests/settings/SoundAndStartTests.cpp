@@ -114,4 +114,7 @@ TEST_F( SoundAndStartTest, TheStartEntryGoesThroughTheThreeChoices ) {
 		EXPECT_EQ( store.kept.back().startScreen, turn.start );
 	}
 	EXPECT_EQ( gameState, STATE_SETTINGS );
+	headless.GetGame().LockSettings( true );
+	ASSERT_TRUE( headless.Click( LOWER_X, ENTRY_Y[2] ) );
+	EXPECT_EQ( headless.GetSettings().startScreen, cSettings::ASK ) << "an online game's menus change no setting";
 }
