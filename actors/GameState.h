@@ -16,7 +16,8 @@ enum eGameState : int32_t {
 	STATE_SELECT_TWO		= 7,	// character selection for two players
 	STATE_PAUSE				= 8,
 	STATE_DEFEAT			= 9,
-	STATE_VICTORY			= 10
+	STATE_VICTORY			= 10,
+	STATE_SOUND				= 11	// the volumes, from the settings
 };
 
 // The states that show the world: play and the two end screens drawn over it.

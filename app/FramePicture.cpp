@@ -5,7 +5,7 @@
 #include "app/Game.h"
 
 bool cFramePicture::IsChanged( const cGame &game ) const {
-	if ( framesOwed > 0 || ShowsWorld( game.GetGameState() ) || game.GetGameState() != state ) {
+	if ( framesOwed > 0 || ShowsWorld( game.GetGameState() ) || game.GetGameState() != state || game.GetMenuTexts() != texts ) {
 		return true;
 	}
 	int32_t x = 0;
@@ -17,5 +17,6 @@ bool cFramePicture::IsChanged( const cGame &game ) const {
 void cFramePicture::Note( const cGame &game ) {
 	framesOwed = framesOwed > 0 ? framesOwed - 1 : 0;
 	state = game.GetGameState();
+	texts = game.GetMenuTexts();
 	game.GetInputLayer().GetMousePosition( mouseX, mouseY );
 }

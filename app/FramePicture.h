@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // What the last frame drawn showed, so that a frame that would show the same picture is neither
-// drawn nor presented: a menu or the pause screen changes only with the screen and the cursor,
-// while the world moves on every step.
+// drawn nor presented: a menu or the pause screen changes only with the screen, its texts and the
+// cursor, while the world moves on every step.
 
 #include <cstdint>
+#include <vector>
+
+#include "graphics/MenuText.h"
 
 class cGame;
 
@@ -25,4 +28,5 @@ private:
 	int32_t				state = 0;			// the game's screen
 	int32_t				mouseX = 0;			// the cursor, in 640 x 480 screen pixels
 	int32_t				mouseY = 0;
+	std::vector<cMenuText>	texts;
 };

@@ -7,6 +7,8 @@
 #include "actors/GameState.h"
 #include "actors/Item.h"
 #include "actors/WorldAnimation.h"
+#include "app/MenuEntries.h"
+#include "input/SettingsStore.h"
 #include "log/Log.h"
 #include "platform/Platform.h"
 #include "sound/SoundIds.h"
@@ -27,6 +29,8 @@ cGame::~cGame() = default;
 bool cGame::Init( const cPlatform &platform, bool fullscreen ) {
 	cLog::Instance();
 	dataRoot = platform.dataRoot;
+	settings = platform.settings != nullptr ? platform.settings : &ownSettings;
+	settingsStore = platform.settingsStore;
 	if ( !graphicsLayer.Init( platform.graphics, fullscreen ) ) {
 		cLog::Write( "Error initializing Graphics!" );
 		return false;
@@ -39,6 +43,7 @@ bool cGame::Init( const cPlatform &platform, bool fullscreen ) {
 		cLog::Write( "Error initializing Sound!" );
 	}
 	graphicsLayer.LoadTextures( dataRoot );
+	soundLayer.SetLevels( settings->musicVolume, settings->effectsVolume );
 	soundLayer.LoadSounds( cSoundLayer::GetSoundFolder( dataRoot ).c_str() );
 	return true;
 }
@@ -57,6 +62,7 @@ void cGame::Restart( cInputBackend *input ) {
 	endTime = 0;
 	clickLatch = false;
 	config = cConfig();
+	controlsPage.Close();
 	soundLayer.StopAll();
 	inputLayer.Release();
 	InitInput( input );
@@ -137,6 +143,8 @@ bool cGame::Process() {
 	if ( !ProcessMenus( *keyboard, *mouse ) ) {
 		return false;
 	}
+	inputLayer.SetRawKeys( gameState == STATE_CONTROLS && controlsPage.IsWaiting() );
+	UpdateMenuTexts();
 	if ( gameState == STATE_PLAYING ) {
 		UpdateInGame();
 	} else if ( soundLayer.heartbeatPlaying ) {
@@ -168,7 +176,29 @@ bool cGame::RenderFrame() const {
 	int32_t mouseY = 0;
 	inputLayer.GetMousePosition( mouseX, mouseY );
 	return graphicsLayer.Render( gameState, mouseX, mouseY, scene.get(), players.get(), enemies.get(), bullets.get(),
-								explosions.get(), items.get() );
+								explosions.get(), items.get(), &menuTexts );
+}
+
+void cGame::KeepSettings() {
+	if ( settingsStore != nullptr ) {
+		settingsStore->Save( *settings );
+	}
+}
+
+// The values drawn in the entries that change them, after the labels the pictures carry.
+void cGame::UpdateMenuTexts() {
+	static const char *const STARTS[] = { "ask", "full screen", "window" };
+	menuTexts.clear();
+	if ( gameState == STATE_CONTROLS ) {
+		controlsPage.GetTexts( inputLayer, *settings, menuTexts );
+	} else if ( gameState == STATE_SETTINGS ) {
+		menuTexts.push_back( cMenuText{ MENU_VALUE_X, MENU_ENTRIES[1].top + MENU_VALUE_DOWN, STARTS[settings->startScreen] } );
+	} else if ( gameState == STATE_SOUND ) {
+		for ( int i = 0; i < 2; i++ ) {
+			const int level = i == 0 ? settings->musicVolume : settings->effectsVolume;
+			menuTexts.push_back( cMenuText{ MENU_LEVEL_X, MENU_ENTRIES[i].top + MENU_VALUE_DOWN, std::to_string( level ) } );
+		}
+	}
 }
 
 void cGame::ClearGame() {

@@ -15,12 +15,15 @@
 #include "actors/ActorLists.h"
 #include "app/Config.h"
 #include "app/Match.h"
+#include "app/ControlsPage.h"
 #include "graphics/GraphicsLayer.h"
 #include "input/InputLayer.h"
+#include "input/Settings.h"
 #include "sound/SoundLayer.h"
 
 class cScene;
 class cPlayer;
+class cSettingsStore;
 struct cPlatform;
 
 // One player's keys decoded for a frame.
@@ -58,6 +61,10 @@ public:
 	// options, no game, the cursor in the middle, nothing playing. Both machines of an online game
 	// begin from here, and so does every recording of one.
 	void				Restart( cInputBackend *input );
+
+	// In an online game one machine's mouse drives both machines' menus: the settings screens
+	// show each machine's own settings and change none.
+	void				LockSettings( bool locked ) { settingsLocked = locked; }
 
 	// Menus and the new game.
 	bool				ProcessMenus( cKeyboard &keyboard, cMouse &mouse );
@@ -106,6 +113,10 @@ public:
 	cSoundLayer &		GetSoundLayer() { return soundLayer; }
 	const cSoundLayer &	GetSoundLayer() const { return soundLayer; }
 	cGraphicsLayer &	GetGraphicsLayer() { return graphicsLayer; }
+	const cSettings &	GetSettings() const { return *settings; }
+	const cControlsPage &GetControlsPage() const { return controlsPage; }
+	// What the menu screen shows over its picture, as of the last step.
+	const std::vector<cMenuText> &GetMenuTexts() const { return menuTexts; }
 	uint32_t			GetEndTime() const { return endTime; }
 	bool				IsClickLatched() const { return clickLatch; }
 
@@ -115,6 +126,11 @@ private:
 	void				ExplodeRemainingEnemies();
 	bool				ClickEntry( int entry );
 	void				StartWithCharacter( int entry );
+	bool				ClickControls( int entry, int32_t x, int32_t y );
+	bool				ClickSetting( int entry, int32_t x );
+	// A setting changed: kept at once, and heard at once.
+	void				KeepSettings();
+	void				UpdateMenuTexts();
 	void				StepPlayers( uint32_t count, cPlayer *p1, cPlayer *p2, const cPlayerCommand &command1,
 									 const cPlayerCommand &command2, int32_t &lowestHealth, bool &moved1, bool &moved2 );
 	bool				IsEveryPlayerDown( uint32_t count, const cPlayer *p1, const cPlayer *p2 ) const;
@@ -136,5 +152,11 @@ private:
 	std::unique_ptr<tBulletList> &		bullets = match.bullets;
 	std::unique_ptr<tExplosionList> &	explosions = match.explosions;
 	std::unique_ptr<tItemList> &		items = match.items;
+	cSettings			ownSettings;			// the defaults, when the platform brings none
+	cSettings *			settings = &ownSettings;
+	cSettingsStore *	settingsStore = nullptr;	// not owned; null keeps nothing
+	bool				settingsLocked = false;
+	cControlsPage		controlsPage;
+	std::vector<cMenuText>	menuTexts;
 	std::string			dataRoot = ".";		// the folder holding resources/, from the platform
 };

@@ -13,3 +13,9 @@ constexpr cRect MENU_ENTRIES[MENU_ENTRY_COUNT] = {	// right and bottom excluded
 	{ 70, 348, 250, 372 },
 	{ 70, 381, 250, 404 },
 };
+
+// Where the game writes a value it keeps into the entry that changes it: the start choice, and
+// between the minus and the plus of a volume's entry; a line below the entry's top.
+constexpr int32_t MENU_VALUE_X = 160;
+constexpr int32_t MENU_LEVEL_X = 182;
+constexpr int32_t MENU_VALUE_DOWN = 4;

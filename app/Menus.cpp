@@ -25,14 +25,21 @@ struct cMenuMove {
 const cMenuMove MENU_MOVES[] = {
 	{ STATE_MAIN_MENU, 1, STATE_SELECT_ONE }, { STATE_MAIN_MENU, 2, STATE_SELECT_TWO },
 	{ STATE_MAIN_MENU, 3, STATE_SETTINGS }, { STATE_MAIN_MENU, 4, STATE_CREDITS },
-	{ STATE_SETTINGS, 3, STATE_DIFFICULTY }, { STATE_SETTINGS, 4, STATE_CONTROLS },
-	{ STATE_SETTINGS, 5, STATE_MAIN_MENU },
+	{ STATE_SETTINGS, 1, STATE_SOUND }, { STATE_SETTINGS, 3, STATE_DIFFICULTY },
+	{ STATE_SETTINGS, 4, STATE_CONTROLS }, { STATE_SETTINGS, 5, STATE_MAIN_MENU }, { STATE_SOUND, 5, STATE_MAIN_MENU },
 	{ STATE_DIFFICULTY, 2, STATE_MAIN_MENU }, { STATE_DIFFICULTY, 3, STATE_MAIN_MENU },
 	{ STATE_DIFFICULTY, 4, STATE_MAIN_MENU }, { STATE_DIFFICULTY, 5, STATE_MAIN_MENU },
 	{ STATE_CONTROLS, 5, STATE_MAIN_MENU }, { STATE_CREDITS, 5, STATE_MAIN_MENU },
 	{ STATE_SELECT_ONE, 5, STATE_MAIN_MENU }, { STATE_SELECT_TWO, 5, STATE_MAIN_MENU },
 	{ STATE_PAUSE, 4, STATE_PLAYING }, { STATE_PAUSE, 5, STATE_MAIN_MENU },
 };
+
+// On the sound screen, entry 1 sets the music's level and entry 2 the effects': a click on the
+// entry's left half lowers it by one, on its right half raises it.
+const int MUSIC_ENTRY = 1;
+const int EFFECTS_ENTRY = 2;
+const int START_ENTRY = 2;		// on the settings screen: ask, full screen, window, in turn
+const int32_t LEVEL_SPLIT_X = ( MENU_ENTRIES[0].left + MENU_ENTRIES[0].right ) / 2;
 
 int32_t Clamp( int32_t value, int32_t low, int32_t high ) {
 	return value < low ? low : ( value > high ? high : value );
@@ -67,6 +74,10 @@ bool cGame::ProcessMenus( cKeyboard &keyboard, cMouse &mouse ) {
 		}
 	}
 
+	if ( gameState == STATE_CONTROLS && !settingsLocked && controlsPage.ReadKeys( inputLayer, *settings ) ) {
+		KeepSettings();
+	}
+
 	int32_t x = 0;
 	int32_t y = 0;
 	mouse.GetPosition( x, y );
@@ -80,7 +91,15 @@ bool cGame::ProcessMenus( cKeyboard &keyboard, cMouse &mouse ) {
 		return true;
 	}
 	clickLatch = false;
-	if ( gameState > STATE_PAUSE ) {
+	if ( gameState == STATE_DEFEAT || gameState == STATE_VICTORY ) {
+		return true;
+	}
+	mouse.GetPosition( x, y );
+	if ( gameState == STATE_CONTROLS && !settingsLocked && ClickControls( FindEntry( mouse ), x, y ) ) {
+		return true;
+	}
+	if ( !settingsLocked && ClickSetting( FindEntry( mouse ), x ) ) {
+		KeepSettings();
 		return true;
 	}
 	return ClickEntry( FindEntry( mouse ) );
@@ -128,6 +147,32 @@ bool cGame::ClickEntry( int entry ) {
 			break;
 		}
 	}
+	return true;
+}
+
+// The keys' cells and the entries that change the keys; false for a click the screen's move takes.
+bool cGame::ClickControls( int entry, int32_t x, int32_t y ) {
+	if ( controlsPage.Click( x, y ) ) {
+		return true;
+	}
+	if ( controlsPage.ClickEntry( entry, inputLayer, *settings ) ) {
+		KeepSettings();
+	}
+	return false;
+}
+
+// The entries that change a setting in place; false for every other click.
+bool cGame::ClickSetting( int entry, int32_t x ) {
+	if ( gameState == STATE_SETTINGS && entry == START_ENTRY ) {
+		settings->startScreen = static_cast<cSettings::eStartScreen>( ( settings->startScreen + 1 ) % 3 );
+		return true;
+	}
+	if ( gameState != STATE_SOUND || ( entry != MUSIC_ENTRY && entry != EFFECTS_ENTRY ) ) {
+		return false;
+	}
+	int &level = entry == MUSIC_ENTRY ? settings->musicVolume : settings->effectsVolume;
+	level = Clamp( level + ( x < LEVEL_SPLIT_X ? -1 : 1 ), 0, cSettings::LOUDEST );
+	soundLayer.SetLevels( settings->musicVolume, settings->effectsVolume );
 	return true;
 }
 

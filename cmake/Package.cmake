@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # The Debian package, made by CPack from the install rules (scripts/package.sh runs it). Its
-# dependencies are read from the executable by dpkg-shlibdeps, not written here.
+# dependencies are read from the executable by dpkg-shlibdeps (SDL2_ttf and inih among them),
+# all but the font's.
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME kormaveth2d)
@@ -22,6 +23,8 @@ set(CPACK_DEBIAN_PACKAGE_SECTION games)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_HOMEPAGE ${KMVT_HOMEPAGE})
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# The one dependency no library names: the font the key names are written in (KMVT_FONT_FILE).
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-dejavu-core")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 # Directories made by the install rules are world-readable whatever the builder's umask.
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS

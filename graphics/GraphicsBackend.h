@@ -5,6 +5,7 @@
 // besides, textures the drawing can go into, for the parts of the map that seldom change.
 
 #include <cstdint>
+#include <string>
 
 #include "actors/Rect.h"
 
@@ -29,6 +30,9 @@ public:
 	// The part of a source rectangle that lies outside the picture draws nothing: the picture is
 	// never stretched and nothing beyond it is read.
 	virtual void		Draw( cTexture *texture, const cRect *source, float x, float y, uint32_t tint ) = 0;
+	// A line of UTF-8 text in the game's font, its top-left corner at (x, y). Without a font,
+	// nothing: the backend said so once in the log.
+	virtual void		DrawText( const std::string &, float, float, uint32_t ) {}
 	virtual void		EndFrame() = 0;	// presents the frame
 
 	// A texture that drawing can go into, its pixels undefined until drawn. withAlpha keeps each

@@ -42,6 +42,7 @@ const cTextureFile TEXTURE_FILES[cGraphicsLayer::TEXTURE_COUNT] = {
 	{ cGraphicsLayer::TEX_EXCLAMATION,		"./resources/sprites/exclamation.png",		false },
 	{ cGraphicsLayer::TEX_QUERY,			"./resources/sprites/query.png",			false },
 	{ cGraphicsLayer::TEX_WTF,				"./resources/sprites/WTF.png",				false },
+	{ cGraphicsLayer::TEX_SOUND,			"./resources/menu/sound.png",				false },
 };
 
 // The picture each menu state shows; states that show the world have none.
@@ -55,6 +56,7 @@ bool GetScreenTexture( int32_t state, cGraphicsLayer::eTexture &which ) {
 		case STATE_SELECT_ONE:
 		case STATE_SELECT_TWO:	which = cGraphicsLayer::TEX_CHAR_SELECTION; return true;
 		case STATE_PAUSE:		which = cGraphicsLayer::TEX_PAUSE; return true;
+		case STATE_SOUND:		which = cGraphicsLayer::TEX_SOUND; return true;
 		default:				return false;
 	}
 }
@@ -134,7 +136,8 @@ void cGraphicsLayer::Release() {
 
 bool cGraphicsLayer::Render( int32_t screenShown, int32_t mouseX, int32_t mouseY, const cScene *scene, const tCharacterList *players,
 							const tCharacterList *enemies, const tBulletList *bullets,
-							const tExplosionList *explosions, const tItemList *items ) const {
+							const tExplosionList *explosions, const tItemList *items,
+							const std::vector<cMenuText> *texts ) const {
 	if ( backend == nullptr ) {
 		return true;
 	}
@@ -142,6 +145,10 @@ bool cGraphicsLayer::Render( int32_t screenShown, int32_t mouseX, int32_t mouseY
 	eTexture screen;
 	if ( GetScreenTexture( screenShown, screen ) ) {
 		DrawScreen( screen );
+		for ( size_t i = 0; texts != nullptr && i < texts->size(); i++ ) {
+			const cMenuText &text = ( *texts )[i];
+			backend->DrawText( text.text, static_cast<float>( text.x ), static_cast<float>( text.y ), text.colour );
+		}
 		DrawCursor( mouseX, mouseY );
 	} else if ( ShowsWorld( screenShown ) && scene != nullptr && players != nullptr && enemies != nullptr &&
 				bullets != nullptr && explosions != nullptr && items != nullptr ) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
-// cGraphicsLayer is the game's only way to the screen: it owns the 22 textures and draws one frame
+// cGraphicsLayer is the game's only way to the screen: it owns the 23 textures and draws one frame
 // at a time, a menu picture or the world with its HUD, and the cursor. Drawing reads the game and
 // changes nothing in it: every animation has already moved on in the game's step.
 
@@ -10,6 +10,7 @@
 
 #include "actors/ActorLists.h"
 #include "actors/Rect.h"
+#include "graphics/MenuText.h"
 #include "graphics/TileCache.h"
 #include "world/Grid.h"
 
@@ -26,7 +27,7 @@ public:
 		TEX_MAIN_MENU, TEX_SETTINGS, TEX_CREDITS, TEX_CONTROLS, TEX_DIFFICULTY, TEX_CHAR_SELECTION,
 		TEX_PAUSE, TEX_VICTORY, TEX_DEFEAT, TEX_QUERY, TEX_EXCLAMATION, TEX_WTF, TEX_CURSOR,
 		TEX_TILES, TEX_CHARACTERS, TEX_ITEMS, TEX_BULLETS, TEX_EXPLOSION, TEX_HEALTH,
-		TEX_LOW_HEALTH, TEX_ENERGY, TEX_AMMO,
+		TEX_LOW_HEALTH, TEX_ENERGY, TEX_AMMO, TEX_SOUND,
 		TEXTURE_COUNT
 	};
 	static constexpr uint32_t WHITE = 0xFFFFFFFF;			// draws a picture as it is
@@ -45,10 +46,12 @@ public:
 	void				Release();
 
 	// One whole frame of the screen (actors/GameState.h). The scene and the lists are used only
-	// while the world is shown and may be null before the first game.
+	// while the world is shown and may be null before the first game; texts go over a menu
+	// screen's picture.
 	bool				Render( int32_t screen, int32_t mouseX, int32_t mouseY, const cScene *scene, const tCharacterList *players,
 								const tCharacterList *enemies, const tBulletList *bullets,
-								const tExplosionList *explosions, const tItemList *items ) const;
+								const tExplosionList *explosions, const tItemList *items,
+								const std::vector<cMenuText> *texts = nullptr ) const;
 
 	// The world and its HUD.
 	void				RenderWorld( const cScene &scene, const tCharacterList &players, const tCharacterList &enemies,

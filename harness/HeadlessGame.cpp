@@ -7,6 +7,7 @@
 cHeadlessGame::cHeadlessGame( cSoundBackend *soundBackend, cGraphicsBackend *graphicsBackend )
 	: clock( 0, CALENDAR_TIME ), sound( soundBackend ), screen( graphicsBackend != nullptr ? graphicsBackend : &graphics ) {
 	SetClock( &clock );
+	input.SetKeyBindings( &settings.keys );
 }
 
 cHeadlessGame::~cHeadlessGame() {
@@ -19,6 +20,8 @@ bool cHeadlessGame::Start( bool fullscreen, cInputBackend *wrapper ) {
 	platform.graphics = screen;
 	platform.input = wrapper != nullptr ? wrapper : &input;
 	platform.sound = sound;
+	platform.settings = &settings;
+	platform.settingsStore = settingsStore;
 	started = game.Init( platform, fullscreen );
 	return started;
 }

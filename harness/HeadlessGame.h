@@ -9,11 +9,13 @@
 
 #include "app/Game.h"
 #include "graphics/headless/RecordingGraphicsBackend.h"
+#include "input/Settings.h"
 #include "input/headless/ScriptedInputBackend.h"
 #include "platform/Clock.h"
 
 class cGraphicsBackend;
 class cInputBackend;
+class cSettingsStore;
 class cSoundBackend;
 
 class cHeadlessGame {
@@ -42,6 +44,10 @@ public:
 	bool					Click( int32_t x, int32_t y );
 	void					SetKey( int key, bool down ) { input.SetKey( key, down ); }
 
+	// The player's settings, which fold the scripted keys; changes go to store (not owned) when set
+	// before Start.
+	cSettings &				GetSettings() { return settings; }
+	void					SetSettingsStore( cSettingsStore *store ) { settingsStore = store; }
 	cGame &					GetGame() { return game; }
 	cManualClock &			GetClock() { return clock; }
 	cScriptedInputBackend &	GetInput() { return input; }
@@ -49,6 +55,8 @@ public:
 
 private:
 	cManualClock				clock;
+	cSettings					settings;
+	cSettingsStore *			settingsStore = nullptr;
 	cScriptedInputBackend		input;
 	cRecordingGraphicsBackend	graphics;
 	cSoundBackend *				sound;

@@ -21,6 +21,8 @@ public:
 	void			SetPlayerCount( int count ) override { platform.SetPlayerCount( count ); }
 	void			Rumble( int player ) override { platform.Rumble( player ); }
 	void			SetPlaying( bool playing ) override { platform.SetPlaying( playing ); }
+	void			SetRawKeys( bool raw ) override { platform.SetRawKeys( raw ); }
+	std::string		GetKeyName( int key ) const override { return platform.GetKeyName( key ); }
 	const char *	GetErrorCode() const override { return platform.GetErrorCode(); }
 	const char *	GetErrorText() const override { return platform.GetErrorText(); }
 

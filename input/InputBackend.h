@@ -4,6 +4,7 @@
 // back the devices, move the pointer. The SDL backend and the scripted test backend implement it.
 
 #include <cstdint>
+#include <string>
 
 // One poll of the mouse: relative motion, or an absolute position where the platform knows it
 // (then the motion is ignored), and the high-bit button bytes (0 left, 1 right, 2 middle).
@@ -41,6 +42,12 @@ public:
 	// Before each poll: whether the last frame was a step of play, where a pad's stick walks and
 	// its south button fires, rather than moving the cursor and clicking.
 	virtual void	SetPlaying( bool ) {}
+
+	// While the player chooses a key for an action, the keys come as they are, not folded onto
+	// the actions (input/KeyBindings.h).
+	virtual void	SetRawKeys( bool ) {}
+	// The key's name in the player's keyboard layout; empty for a key without one.
+	virtual std::string GetKeyName( int key ) const;
 
 	// The failing call and the platform's text, for the log.
 	virtual const char *GetErrorCode() const = 0;

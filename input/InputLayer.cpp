@@ -36,6 +36,7 @@ bool cInputLayer::Read() {
 	pauseRequested = backend != nullptr && backend->TakePauseRequest();
 	if ( backend != nullptr ) {
 		backend->SetPlaying( keyboard && keyboard->TakeStateSaved() );
+		backend->SetRawKeys( rawKeys );
 	}
 	if ( keyboard && !keyboard->Read() ) {
 		cLog::Write( "Error reading from keyboard device!" );
@@ -118,4 +119,8 @@ void cInputLayer::Rumble( int player ) {
 	if ( backend != nullptr ) {
 		backend->Rumble( player );
 	}
+}
+
+std::string cInputLayer::GetKeyName( int key ) const {
+	return backend != nullptr ? backend->GetKeyName( key ) : std::string();
 }

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 
 #include "input/Keyboard.h"
 #include "input/Mouse.h"
@@ -39,6 +40,10 @@ public:
 	bool			IsPauseRequested() const { return pauseRequested; }
 	// A new game of 1 or 2 players begins: the pads are handed to the players again.
 	void			SetPlayerCount( int count );
+	// From the next Read on, the keys as they are rather than folded onto the actions.
+	void			SetRawKeys( bool raw ) { rawKeys = raw; }
+	// The key's name in the player's keyboard layout.
+	std::string		GetKeyName( int key ) const;
 	// The player (1 or 2) was hit: a short, light rumble of the player's pad.
 	void			Rumble( int player );
 
@@ -47,4 +52,5 @@ private:
 	std::unique_ptr<cMouse>		mouse;
 	cInputBackend *				backend = nullptr;	// not owned; stands for the platform's input object
 	bool						pauseRequested = false;
+	bool						rawKeys = false;
 };

@@ -342,6 +342,7 @@ void cNetSession::Begin( cGame &game, const cStart &start ) {
 	recorder->Watch( game );
 	SetClock( &recorder->GetClock() );
 	game.Restart( &recorder->GetInput() );
+	game.LockSettings( true );
 	phase = ONLINE;
 	owed = 0;
 	partnerQuitAt = 0;
@@ -487,6 +488,7 @@ void cNetSession::End( cGame &game, const std::string &line, const std::string &
 		clock.Release();
 		SetClock( &clock );
 		game.Restart( &input );
+		game.LockSettings( false );
 		recorder.reset();
 		lockstep.reset();
 		delayControl.reset();

@@ -159,7 +159,8 @@ std::string cCommandLine::GetHelp() {
 	return std::string( "Usage: " ) + PROGRAM + " [OPTION]\n"
 		"Project Kormaveth 2D, a top-down action game for one or two players.\n"
 		"\n"
-		"With no option the game asks whether to play full screen, then starts at the main menu.\n"
+		"With no option the game asks whether to play full screen (unless Settings says otherwise),\n"
+		"then starts at the main menu.\n"
 		"Alt+Enter switches between the window and full screen at any time.\n"
 		"\n"
 		"  --fullscreen           play full screen without asking\n"
@@ -190,6 +191,8 @@ std::string cCommandLine::GetHelp() {
 		"picture): it is in the folder the game runs in when the game's data is there, else in\n"
 		"$XDG_STATE_HOME/kormaveth2d/ (by default ~/.local/state/kormaveth2d/), else on standard\n"
 		"error.\n"
+		"The keys, the volumes and the full-screen choice of the Settings screens are kept in\n"
+		"$XDG_CONFIG_HOME/kormaveth2d/settings.ini (by default ~/.config/kormaveth2d/settings.ini).\n"
 		"A wrong option prints a usage line and exits with status 2.\n";
 }
 

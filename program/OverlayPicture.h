@@ -30,6 +30,9 @@ public:
 	void				Draw( cTexture *texture, const cRect *source, float x, float y, uint32_t tint ) override {
 		platform.Draw( texture, source, x, y, tint );
 	}
+	void				DrawText( const std::string &text, float x, float y, uint32_t colour ) override {
+		platform.DrawText( text, x, y, colour );
+	}
 	void				EndFrame() override;
 	cTexture *			CreateTargetTexture( int32_t width, int32_t height, bool withAlpha ) override {
 		return platform.CreateTargetTexture( width, height, withAlpha );

@@ -11,6 +11,7 @@
 #include <SDL_image.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 #include <string>
 
@@ -20,6 +21,8 @@
 #include "actors/GameState.h"
 #include "app/Game.h"
 #include "graphics/sdl/SdlGraphicsBackend.h"
+#include "input/Settings.h"
+#include "input/ini/SettingsFile.h"
 #include "input/sdl/SdlInputBackend.h"
 #include "log/Log.h"
 #include "log/Printable.h"
@@ -50,9 +53,14 @@ namespace {
 cGame game;
 cSession *runningSession = nullptr;		// for the page's download of the recording so far
 
-// The command line may have chosen already. False when the window cannot be opened, or when a
-// signal came while the question waited: the program then ends as a closed window ends it.
-bool CreateMainWindow( cCommandLine::eScreen screen, cSdlWindow &window, bool &fullscreen ) {
+// The command line may have chosen already, or else the settings. False when the window cannot be
+// opened, or when a signal came while the question waited: the program then ends as a closed
+// window ends it.
+bool CreateMainWindow( cCommandLine::eScreen screen, cSettings::eStartScreen start, cSdlWindow &window,
+					   bool &fullscreen ) {
+	if ( screen == cCommandLine::ASK_SCREEN && start != cSettings::ASK ) {
+		screen = start == cSettings::FULL_SCREEN ? cCommandLine::FULL_SCREEN : cCommandLine::WINDOW_SCREEN;
+	}
 	fullscreen = screen == cCommandLine::FULL_SCREEN;
 	if ( screen == cCommandLine::ASK_SCREEN && !cSdlWindow::AskFullscreen( fullscreen ) ) {
 		return false;
@@ -185,9 +193,12 @@ void RunGame( const cCommandLine &line, cClock &clock ) {
 #ifdef __EMSCRIPTEN__
 	cLog::Restart( "" );		// to the console
 #endif
+	cSettings settings;
+	cSettingsFile settingsFile( cSettingsFile::ChoosePath( std::getenv( "XDG_CONFIG_HOME" ), std::getenv( "HOME" ) ) );
+	settingsFile.Load( settings );
 	cSdlWindow window( dataRoot );
 	bool fullscreen = false;
-	if ( !CreateMainWindow( line.screen, window, fullscreen ) ) {
+	if ( !CreateMainWindow( line.screen, settings.startScreen, window, fullscreen ) ) {
 		game.Finalize();
 		return;
 	}
@@ -199,6 +210,7 @@ void RunGame( const cCommandLine &line, cClock &clock ) {
 	cNoticePicture notice( graphics, dataRoot );
 	cWaitingPicture waiting( notice, dataRoot );
 	cSdlInputBackend input( window );
+	input.SetKeyBindings( &settings.keys );
 	cSdlSoundBackend sound;
 	cMonotonicClock pacing;
 	std::unique_ptr<cLink> link;
@@ -218,6 +230,9 @@ void RunGame( const cCommandLine &line, cClock &clock ) {
 	platform.input = &session.GetInput();
 	platform.sound = session.GetSound();
 	platform.dataRoot = dataRoot;
+	platform.settings = &settings;
+	// A replay's clicks on the settings screens are the recorded player's, not this one's.
+	platform.settingsStore = line.mode == cCommandLine::REPLAY ? nullptr : &settingsFile;
 	session.Watch( game );
 	runningSession = &session;
 	const auto end = [&]() {

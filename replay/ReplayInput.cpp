@@ -82,6 +82,16 @@ void cReplayInput::SetPlaying( bool playing ) {
 	}
 }
 
+void cReplayInput::SetRawKeys( bool raw ) {
+	if ( IsPassingThrough() && platform != nullptr ) {
+		platform->SetRawKeys( raw );
+	}
+}
+
+std::string cReplayInput::GetKeyName( int key ) const {
+	return platform != nullptr ? platform->GetKeyName( key ) : cInputBackend::GetKeyName( key );
+}
+
 bool cReplayInput::AcquireKeyboard() {
 	const bool acquired = platform == nullptr || platform->AcquireKeyboard();
 	return acquired || !IsPassingThrough();

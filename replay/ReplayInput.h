@@ -24,6 +24,8 @@ public:
 	void			SetPlayerCount( int count ) override;
 	void			Rumble( int player ) override;
 	void			SetPlaying( bool playing ) override;
+	void			SetRawKeys( bool raw ) override;
+	std::string		GetKeyName( int key ) const override;
 	const char *	GetErrorCode() const override;
 	const char *	GetErrorText() const override;
 

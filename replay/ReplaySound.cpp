@@ -39,3 +39,9 @@ bool cReplaySound::Stop( int id ) {
 	}
 	return true;
 }
+
+void cReplaySound::SetVolume( int id, int32_t volume ) {
+	if ( platformOpen ) {
+		platform->SetVolume( id, volume );
+	}
+}

@@ -16,6 +16,7 @@ public:
 	void			ReleaseSound( int id ) override;
 	bool			Play( int id, bool loop, int32_t volume ) override;
 	bool			Stop( int id ) override;
+	void			SetVolume( int id, int32_t volume ) override;
 	const char *	GetErrorText() const override { return "the recorded run had no sound device"; }
 
 private:

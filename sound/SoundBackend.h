@@ -23,6 +23,8 @@ public:
 	// From the beginning, at an attenuation in hundredths of a decibel (0 full volume, -500, -1000).
 	virtual bool	Play( int id, bool loop, int32_t volume ) = 0;
 	virtual bool	Stop( int id ) = 0;
+	// A sound that plays now goes on louder or softer; a sound not playing keeps it for nothing.
+	virtual void	SetVolume( int, int32_t ) {}
 
 	virtual const char *GetErrorText() const = 0;
 };

@@ -88,7 +88,7 @@ bool cSoundLayer::PlayMusic( int id ) {
 	if ( currentMusic != -1 ) {
 		Stop( currentMusic );
 	}
-	if ( !PlayBuffer( id, true, VOLUME_MUSIC ) ) {
+	if ( !PlayBuffer( id, true, Soften( VOLUME_MUSIC, musicLevel ) ) ) {
 		cLog::Write( "Error playing music" );
 		return false;
 	}
@@ -101,7 +101,7 @@ bool cSoundLayer::PlaySound( int id, bool loop ) {
 		return true;
 	}
 	cLog::Instance();
-	if ( !PlayBuffer( id, loop, id == SOUND_HEARTBEAT ? VOLUME_FULL : VOLUME_EFFECT ) ) {
+	if ( !PlayBuffer( id, loop, Soften( id == SOUND_HEARTBEAT ? VOLUME_FULL : VOLUME_EFFECT, effectsLevel ) ) ) {
 		cLog::Write( "Error playing sound" );
 		return false;
 	}
@@ -141,6 +141,28 @@ bool cSoundLayer::Stop( int id ) {
 		return false;
 	}
 	return true;
+}
+
+// Each level's step is the same loudness ratio (20 log10 of level / LOUDEST, in hundredths of a
+// decibel); level 0 is as silent as a volume goes.
+int32_t cSoundLayer::Soften( int32_t volume, int level ) {
+	static const int32_t STEPS[LOUDEST + 1] = { -10000, -2000, -1398, -1046, -796, -602, -444, -310, -194, -92, 0 };
+	const int clamped = level < 0 ? 0 : ( level > LOUDEST ? LOUDEST : level );
+	return clamped == 0 ? STEPS[0] : volume + STEPS[clamped];
+}
+
+void cSoundLayer::SetLevels( int music, int effects ) {
+	musicLevel = music;
+	effectsLevel = effects;
+	if ( !enabled ) {
+		return;
+	}
+	if ( IsValidId( currentMusic ) && IsLoaded( currentMusic ) ) {
+		backend->SetVolume( currentMusic, Soften( VOLUME_MUSIC, musicLevel ) );
+	}
+	if ( heartbeatPlaying && IsLoaded( SOUND_HEARTBEAT ) ) {
+		backend->SetVolume( SOUND_HEARTBEAT, Soften( VOLUME_FULL, effectsLevel ) );
+	}
 }
 
 void cSoundLayer::StopAll() {

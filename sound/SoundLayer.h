@@ -12,9 +12,10 @@ class cSoundBackend;
 
 class cSoundLayer {
 public:
-	static const int32_t VOLUME_MUSIC = -1000;		// in hundredths of a decibel
-	static const int32_t VOLUME_EFFECT = -500;
-	static const int32_t VOLUME_FULL = 0;
+	static constexpr int32_t VOLUME_MUSIC = -1000;		// in hundredths of a decibel
+	static constexpr int32_t VOLUME_EFFECT = -500;
+	static constexpr int32_t VOLUME_FULL = 0;
+	static const int	LOUDEST = 10;				// the player's levels run from 0, silent, to this
 	static constexpr const char *SOUND_FOLDER = "./resources/audio/";
 
 						cSoundLayer() = default;
@@ -30,6 +31,11 @@ public:
 	bool				PlaySound( int id, bool loop );
 	bool				PlayBuffer( int id, bool loop, int32_t volume );
 	bool				Stop( int id );
+	// The player's levels of the music and of the effects, 0 to LOUDEST: LOUDEST plays the volumes
+	// above, each step below is softer. The music playing and the heartbeat change at once.
+	void				SetLevels( int music, int effects );
+	// A volume made softer by a level.
+	static int32_t		Soften( int32_t volume, int level );
 	// Every sound stopped and no music current, as after Init.
 	void				StopAll();
 	void				Release();
@@ -48,4 +54,6 @@ private:
 	cSoundBackend *		backend = nullptr;			// not owned
 	bool				loaded[SOUND_COUNT] = {};
 	int32_t				currentMusic = -1;
+	int					musicLevel = LOUDEST;
+	int					effectsLevel = LOUDEST;
 };

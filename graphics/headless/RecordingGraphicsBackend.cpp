@@ -12,6 +12,7 @@ public:
 };
 
 const char *const cRecordingGraphicsBackend::FILL = "fill";
+const char *const cRecordingGraphicsBackend::TEXT = "text:";
 
 cRecordingGraphicsBackend::~cRecordingGraphicsBackend() = default;
 
@@ -64,6 +65,21 @@ void cRecordingGraphicsBackend::Copy( cTexture *texture, const cRect &source, fl
 	if ( texture != nullptr ) {
 		Record( texture->path, &source, x, y, 0xFFFFFFFF, false );
 	}
+}
+
+void cRecordingGraphicsBackend::DrawText( const std::string &text, float x, float y, uint32_t colour ) {
+	Record( TEXT + text, nullptr, x, y, colour, true );
+}
+
+std::vector<std::string> cRecordingGraphicsBackend::GetTexts() const {
+	std::vector<std::string> texts;
+	const std::string prefix = TEXT;
+	for ( const cDrawCall &draw : draws ) {
+		if ( draw.path.compare( 0, prefix.size(), prefix ) == 0 ) {
+			texts.push_back( draw.path.substr( prefix.size() ) );
+		}
+	}
+	return texts;
 }
 
 void cRecordingGraphicsBackend::Fill( const cRect &area, uint32_t colour ) {

@@ -24,6 +24,7 @@ public:
 		std::string		target;			// the texture drawn into; empty for the frame
 	};
 	static const char *const FILL;		// a fill's path
+	static const char *const TEXT;		// a text's path is TEXT and the text
 
 					~cRecordingGraphicsBackend() override;
 
@@ -44,6 +45,7 @@ public:
 	bool			GetTextureSize( const cTexture *texture, int32_t &width, int32_t &height ) const override;
 	void			BeginFrame( uint32_t clearColour ) override;
 	void			Draw( cTexture *texture, const cRect *source, float x, float y, uint32_t tint ) override;
+	void			DrawText( const std::string &text, float x, float y, uint32_t colour ) override;
 	void			EndFrame() override { frames++; }
 	cTexture *		CreateTargetTexture( int32_t width, int32_t height, bool withAlpha ) override;
 	bool			SetTarget( cTexture *texture ) override;
@@ -53,6 +55,8 @@ public:
 	const char *	GetErrorText() const override { return "the test made the device fail"; }
 
 	const std::vector<cDrawCall> &GetDraws() const { return draws; }
+	// The texts of the last frame, in the order drawn.
+	std::vector<std::string> GetTexts() const;
 	int				GetFrameCount() const { return frames; }
 	int				GetLiveTextureCount() const { return liveTextures; }
 	bool			IsDeviceReady() const { return deviceReady; }

@@ -142,6 +142,7 @@ bool cSdlGraphicsBackend::CreateDevice( bool ) {
 }
 
 void cSdlGraphicsBackend::ReleaseDevice() {
+	textWriter.Forget();
 	if ( renderer != nullptr ) {
 		SDL_DestroyRenderer( renderer );
 		renderer = nullptr;
@@ -229,6 +230,10 @@ void cSdlGraphicsBackend::BeginFrame( uint32_t clearColour ) {
 	SDL_SetRenderDrawColor( renderer, Channel( clearColour, 16 ), Channel( clearColour, 8 ),
 							Channel( clearColour, 0 ), Channel( clearColour, 24 ) );
 	SDL_RenderClear( renderer );
+}
+
+void cSdlGraphicsBackend::DrawText( const std::string &text, float x, float y, uint32_t colour ) {
+	textWriter.Write( renderer, text, x, y, colour );
 }
 
 void cSdlGraphicsBackend::Draw( cTexture *texture, const cRect *source, float x, float y, uint32_t tint ) {

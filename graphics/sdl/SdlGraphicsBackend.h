@@ -10,6 +10,7 @@
 #include <string>
 
 #include "graphics/GraphicsBackend.h"
+#include "graphics/sdl/SdlTextWriter.h"
 
 class cSdlWindow;
 
@@ -27,6 +28,7 @@ public:
 	void			BeginFrame( uint32_t clearColour ) override;
 	void			Draw( cTexture *texture, const cRect *source, float x, float y, uint32_t tint ) override;
 	void			EndFrame() override;
+	void			DrawText( const std::string &text, float x, float y, uint32_t colour ) override;
 	cTexture *		CreateTargetTexture( int32_t width, int32_t height, bool withAlpha ) override;
 	bool			SetTarget( cTexture *target ) override;
 	void			Fill( const cRect &area, uint32_t colour ) override;
@@ -48,6 +50,7 @@ private:
 	const cSdlWindow *	window = nullptr;	// not owned
 	SDL_Surface *		target = nullptr;	// not owned
 	SDL_Renderer *		renderer = nullptr;
+	cSdlTextWriter		textWriter;
 	std::string			errorCode;
 	std::string			errorText;
 };

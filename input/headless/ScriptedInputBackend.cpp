@@ -3,6 +3,8 @@
 
 #include <cstring>
 
+#include "input/KeyBindings.h"
+
 void cScriptedInputBackend::SetKey( int key, bool down ) {
 	if ( key >= 0 && key < 256 ) {
 		keys[key] = down ? 0x80 : 0x00;
@@ -30,6 +32,9 @@ bool cScriptedInputBackend::ReadKeyboard( uint8_t state[256] ) {
 		return false;
 	}
 	std::memcpy( state, keys, sizeof( keys ) );
+	if ( bindings != nullptr && !rawKeys ) {
+		bindings->Apply( state );
+	}
 	pads.PressKeys( state );
 	return true;
 }
@@ -74,4 +79,9 @@ void cScriptedInputBackend::Rumble( int player ) {
 	if ( pads.GetPad( player ) != cPads::NO_PAD ) {
 		rumbles[player - 1]++;
 	}
+}
+
+std::string cScriptedInputBackend::GetKeyName( int key ) const {
+	const auto name = names.find( key );
+	return name != names.end() ? name->second : cInputBackend::GetKeyName( key );
 }

@@ -3,13 +3,20 @@
 // Input for tests and headless tools: the keys, the mouse and the pads are whatever the script set
 // last. Scripted pads go through the same mapping and seats as real ones.
 
+#include <map>
 #include <string>
 
 #include "input/InputBackend.h"
 #include "input/Pads.h"
 
+class cKeyBindings;
+
 class cScriptedInputBackend : public cInputBackend {
 public:
+	// The keys set are the keys pressed; the bindings (not owned) fold them onto the actions.
+	void			SetKeyBindings( const cKeyBindings *keyBindings ) { bindings = keyBindings; }
+	// What the player's layout calls a key, when not its place name.
+	void			SetKeyName( int key, const std::string &name ) { names[key] = name; }
 	void			SetKey( int key, bool down );
 	void			ReleaseAllKeys();
 	void			SetMousePosition( int32_t x, int32_t y );	// 640 x 480 screen pixels
@@ -33,6 +40,8 @@ public:
 	void			SetPlayerCount( int count ) override { pads.SetPlayerCount( count ); }
 	void			SetPlaying( bool playing ) override { pads.SetPlaying( playing ); }
 	void			Rumble( int player ) override;
+	void			SetRawKeys( bool raw ) override { rawKeys = raw; }
+	std::string		GetKeyName( int key ) const override;
 	const char *	GetErrorCode() const override { return "scripted failure"; }
 	const char *	GetErrorText() const override { return "the script made the device fail"; }
 
@@ -41,6 +50,9 @@ public:
 
 private:
 	uint8_t			keys[256] = {};
+	const cKeyBindings *bindings = nullptr;
+	bool			rawKeys = false;
+	std::map<int, std::string> names;
 	cMouseReading	mouse;
 	bool			failReads = false;
 	bool			pauseRequest = false;

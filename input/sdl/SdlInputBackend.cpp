@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "input/KeyBindings.h"
 #include "input/sdl/ScancodeMap.h"
 #include "log/Log.h"
 #include "platform/sdl/SdlWindow.h"
@@ -214,9 +215,9 @@ bool cSdlInputBackend::TakePauseRequest() {
 bool cSdlInputBackend::ReadKeyboard( uint8_t state[256] ) {
 	std::memset( state, 0, 256 );
 	PollPads();
-	pads.PressKeys( state );
 	if ( !window.HasInputFocus() ) {
 		std::memset( keyPressed, 0, sizeof( keyPressed ) );
+		pads.PressKeys( state );
 		return true;	// a key held while the focus went elsewhere counts as released
 	}
 	int count = 0;
@@ -236,7 +237,23 @@ bool cSdlInputBackend::ReadKeyboard( uint8_t state[256] ) {
 			keyPressed[code] = false;
 		}
 	}
+	if ( bindings != nullptr && !rawKeys ) {
+		bindings->Apply( state );
+	}
+	pads.PressKeys( state );
 	return true;
+}
+
+std::string cSdlInputBackend::GetKeyName( int key ) const {
+	size_t count = 0;
+	const cScancodePair *table = GetScancodeTable( count );
+	for ( size_t i = 0; i < count; i++ ) {
+		if ( table[i].keyCode == key ) {
+			const char *name = SDL_GetKeyName( SDL_GetKeyFromScancode( table[i].scancode ) );
+			return name != nullptr && name[0] != '\0' ? name : SDL_GetScancodeName( table[i].scancode );
+		}
+	}
+	return cInputBackend::GetKeyName( key );
 }
 
 // The game draws its own cursor; the system pointer stays hidden over the window either way.

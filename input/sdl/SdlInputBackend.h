@@ -18,6 +18,7 @@
 #include "input/InputBackend.h"
 #include "input/Pads.h"
 
+class cKeyBindings;
 class cSdlWindow;
 
 class cSdlInputBackend : public cInputBackend {
@@ -27,6 +28,9 @@ public:
 					cSdlInputBackend( const cSdlInputBackend & ) = delete;
 	cSdlInputBackend &operator=( const cSdlInputBackend & ) = delete;
 
+	// The keys the player chose for the actions (not owned): the keyboard's state comes folded onto
+	// the actions, before the pads add theirs.
+	void			SetKeyBindings( const cKeyBindings *keyBindings ) { bindings = keyBindings; }
 	// Every window event passes here before the game's frame polls the devices.
 	void			HandleEvent( const SDL_Event &event );
 
@@ -42,6 +46,9 @@ public:
 	void			SetPlayerCount( int count ) override { pads.SetPlayerCount( count ); }
 	void			SetPlaying( bool playing ) override { pads.SetPlaying( playing ); }
 	void			Rumble( int player ) override;
+	void			SetRawKeys( bool raw ) override { rawKeys = raw; }
+	// What the player's layout prints on the key at that place.
+	std::string		GetKeyName( int key ) const override;
 
 	const char *	GetErrorCode() const override { return errorCode.c_str(); }
 	const char *	GetErrorText() const override { return errorText.c_str(); }
@@ -63,6 +70,8 @@ private:
 	void				HandleButtonDown( const SDL_MouseButtonEvent &event );
 
 	const cSdlWindow &	window;
+	const cKeyBindings *bindings = nullptr;
+	bool				rawKeys = false;
 	bool				keyPressed[256] = {};		// since the last poll, by key code
 	bool				buttonPressed[4] = {};		// since the last poll
 	bool				pauseRequest = false;		// the window lost the focus or a pad in use went, since the last poll

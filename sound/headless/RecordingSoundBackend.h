@@ -30,9 +30,12 @@ public:
 	void			ReleaseSound( int id ) override;
 	bool			Play( int id, bool loop, int32_t volume ) override;
 	bool			Stop( int id ) override;
+	void			SetVolume( int id, int32_t volume ) override { volumes.push_back( cEvent{ true, id, false, volume } ); }
 	const char *	GetErrorText() const override { return "the test made the device fail"; }
 
 	const std::vector<cEvent> &GetEvents() const { return events; }
+	// The volumes of sounds already playing changed, in order (play and loop mean nothing there).
+	const std::vector<cEvent> &GetVolumeChanges() const { return volumes; }
 	std::vector<int> GetPlayed() const;		// ids started, in order
 	std::vector<int> GetStopped() const;	// ids stopped, in order
 	void			Clear() { events.clear(); }
@@ -43,6 +46,7 @@ public:
 
 private:
 	std::vector<cEvent>	events;
+	std::vector<cEvent>	volumes;
 	cWaveFormat			formats[SOUND_COUNT];
 	uint32_t			sizes[SOUND_COUNT] = {};
 	bool				created[SOUND_COUNT] = {};

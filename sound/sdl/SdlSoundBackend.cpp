@@ -126,6 +126,12 @@ bool cSdlSoundBackend::Stop( int id ) {
 	return true;
 }
 
+void cSdlSoundBackend::SetVolume( int id, int32_t volume ) {
+	if ( IsValidId( id ) && sounds[id].chunk != nullptr ) {
+		Mix_Volume( id, ToMixerVolume( volume ) );
+	}
+}
+
 uint32_t cSdlSoundBackend::GetSampleBytes( int id ) const {
 	return IsValidId( id ) && sounds[id].chunk != nullptr ? sounds[id].chunk->alen : 0;
 }

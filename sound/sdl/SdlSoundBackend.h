@@ -23,6 +23,7 @@ public:
 	void			ReleaseSound( int id ) override;
 	bool			Play( int id, bool loop, int32_t volume ) override;
 	bool			Stop( int id ) override;
+	void			SetVolume( int id, int32_t volume ) override;
 	const char *	GetErrorText() const override { return errorText.c_str(); }
 
 	// Bytes of a sound in the output's format; 0 when it was not made.

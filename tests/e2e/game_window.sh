@@ -15,7 +15,8 @@ run_under_xvfb() {
 E2E_CONVERT=$(command -v convert-im6.q16 || command -v convert)	# ImageMagick's, not a namesake
 
 # Goes into a working folder of its own (work), removed at exit, with the game's resources linked
-# in, and makes the folder for the artefacts. The game runs silent. In the sanitizer build it runs
+# in, and makes the folder for the artefacts. The game runs silent, and its settings are those of
+# a first run: the tester's own settings.ini is neither read nor written. In the sanitizer build it runs
 # with every check but the leak check: SDL unloads the display's libraries at exit, which leaves
 # their allocations nameless to the leak checker. The game's own leaks are checked by the headless tests.
 enter_work_folder() {
@@ -27,6 +28,7 @@ enter_work_folder() {
   cd "$work"
   export ASAN_OPTIONS="${ASAN_OPTIONS:-}:detect_leaks=0"
   export SDL_AUDIODRIVER=dummy
+  export XDG_CONFIG_HOME="$work/config"
 }
 
 # Windows titled like the game, one "id width height" a line. SDL names its windows in UTF-8,

@@ -47,7 +47,7 @@ TEST( GameStart, SilentGameWithAPictureMissingStartsAndGivesEverythingBack ) {
 		headless.GetGame().GetInputLayer().GetMousePosition( x, y );
 		EXPECT_TRUE( x == 320 && y == 240 ) << "the cursor starts at (" << x << ", " << y << ")";
 		EXPECT_EQ( headless.GetGraphics().WasFullscreenAsked(), fullscreen );
-		EXPECT_EQ( headless.GetGraphics().GetLiveTextureCount(), fullscreen ? 21 : 22 ) << "all 22 pictures but the missing one";
+		EXPECT_EQ( headless.GetGraphics().GetLiveTextureCount(), fullscreen ? 22 : 23 ) << "all 23 pictures but the missing one";
 		headless.GetGame().Finalize();
 		EXPECT_EQ( headless.GetGraphics().GetLiveTextureCount(), 0 );
 		EXPECT_FALSE( headless.GetGraphics().IsDeviceReady() );

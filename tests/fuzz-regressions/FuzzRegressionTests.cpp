@@ -111,7 +111,7 @@ TEST( FuzzRegressions, GameResourcesKeepEveryRule ) {
 	const size_t replays = CheckEveryFile( CheckReplayFile, ListFiles( "tests/replays", ".kmr" ) );
 	EXPECT_EQ( maps, 4u );
 	EXPECT_EQ( sounds, 15u );
-	EXPECT_EQ( pictures, 26u ) << "the game's 22 pictures, the online game's three (waiting, connection lost, its seconds) and the glyphs of its lines";
+	EXPECT_EQ( pictures, 27u ) << "the game's 23 pictures, the online game's three (waiting, connection lost, its seconds) and the glyphs of its lines";
 	EXPECT_GE( replays, 1u );
 }
 

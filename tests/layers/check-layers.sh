@@ -12,6 +12,7 @@
 # and its way to the home router the backend net/portmap/, the only code that includes libnatpmp
 # and miniupnpc. The browser's page is the backend platform/web/, the only code that includes
 # emscripten.
+# The settings file is read and written with inih in the backend input/ini/, the only code that includes it.
 #   check-layers.sh [SOURCE_DIR]   prints every include against the rules; fails if there is one
 set -u
 cd "${1:-$(dirname "$0")/../..}" || exit 2
@@ -39,6 +40,7 @@ declare -A BACKENDS=(
 	[enet]="enet/"
 	[portmap]="(natpmp\.h|miniupnpc/)"
 	[web]="emscripten"
+	[ini]="ini.h"
 )
 declare -A FOLDER_KIND=(
 	[harness]=headless

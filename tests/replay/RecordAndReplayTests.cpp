@@ -11,6 +11,7 @@
 #include "app/MenuEntries.h"
 #include "app/StateHash.h"
 #include "graphics/headless/RecordingGraphicsBackend.h"
+#include "input/KeyBindings.h"
 #include "input/KeyCodes.h"
 #include "input/headless/ScriptedInputBackend.h"
 #include "platform/Clock.h"
@@ -40,15 +41,25 @@ void Click( cScriptedInputBackend &input, int step, int at, int entry ) {
 	}
 }
 
+// The key the player presses for the action that the game reads on gameKey.
+int Physical( const cKeyBindings &bindings, int gameKey ) {
+	for ( int action = 0; action < cKeyBindings::ACTIONS; action++ ) {
+		if ( cKeyBindings::GetGameKey( 1, action ) == gameKey ) {
+			return bindings.GetKey( 1, action );
+		}
+	}
+	return gameKey;
+}
+
 // One player, tavesh; walks right firing, then turns, uses his skill, pauses with Escape and
-// resumes, loses the focus and resumes.
-void PlayAGame( cScriptedInputBackend &input, int step, int turnKey ) {
+// resumes, loses the focus and resumes; on the keys of bindings.
+void PlayAGame( cScriptedInputBackend &input, int step, int turnKey, const cKeyBindings &keys ) {
 	Click( input, step, 5, 1 );
 	Click( input, step, 10, 3 );
-	input.SetKey( KEY_D, step > 20 && step < 150 );
-	input.SetKey( KEY_H, step > 30 && step % 20 < 10 );
-	input.SetKey( turnKey, step >= 150 && step < 300 );
-	input.SetKey( KEY_J, step == 160 );
+	input.SetKey( Physical( keys, KEY_D ), step > 20 && step < 150 );
+	input.SetKey( Physical( keys, KEY_H ), step > 30 && step % 20 < 10 );
+	input.SetKey( Physical( keys, turnKey ), step >= 150 && step < 300 );
+	input.SetKey( Physical( keys, KEY_J ), step == 160 );
 	input.SetKey( KEY_ESCAPE, step == 330 );
 	Click( input, step, 340, 4 );
 	if ( step == 360 ) {
@@ -76,9 +87,10 @@ struct cGameOn {
 // The scripted game through a recorder, the clock moving 15 msec a step and the calendar second
 // with it, as in the program; between steps a tool reads the clock, as the autoplay bots' probes
 // do, which is no part of the game's steps.
-cRecording Record( int turnKey ) {
+cRecording Record( int turnKey, const cKeyBindings &keys = cKeyBindings() ) {
 	cManualClock clock( 1000, CALENDAR );
 	cScriptedInputBackend input;
+	input.SetKeyBindings( &keys );
 	cRecordingSoundBackend sound;
 	cRecorder recorder( input, clock );
 	SetClock( &recorder.GetClock() );
@@ -87,7 +99,7 @@ cRecording Record( int turnKey ) {
 		cGameOn on( recorder.GetInput(), &sound );
 		recorder.Watch( on.game );
 		for ( int step = 1; step <= STEPS; step++ ) {
-			PlayAGame( input, step, turnKey );
+			PlayAGame( input, step, turnKey, keys );
 			StepGame( on.game );
 			recorder.EndStep();
 			GetTickCount();
@@ -122,6 +134,24 @@ TEST( RecordAndReplayTest, AReplayThatGoesAnotherWayStopsAtTheFirstCheckpointTha
 	outcome = cReplayCheck::Run( silent );
 	EXPECT_EQ( outcome.divergedAt, 100u );
 	EXPECT_EQ( outcome.difference, "the state differs from the recording's in part \"game\"" );
+}
+
+// The recording holds what the player did, not which keys did it: played on other keys, the same
+// game records the same tape, which replays on the default keys.
+TEST( RecordAndReplayTest, AGameRecordedOnOtherKeysReplaysOnTheDefaultKeys ) {
+	cKeyBindings moved;
+	const int keys[] = { 0x26, 0x39, 0x1C, KEY_W, KEY_H };	// L, Space, Return on right, fire and skill
+	const int actions[] = { cKeyBindings::RIGHT, cKeyBindings::FIRE, cKeyBindings::SKILL, cKeyBindings::LEFT, cKeyBindings::UP };
+	for ( int i = 0; i < 5; i++ ) {
+		moved.SetKey( 1, actions[i], keys[i] );
+	}
+	const cRecording usual = Record( KEY_A );
+	const cRecording remapped = Record( KEY_A, moved );
+	ASSERT_EQ( remapped.checkpoints.size(), usual.checkpoints.size() );
+	EXPECT_EQ( remapped.checkpoints.back().total, usual.checkpoints.back().total );
+	const cReplayOutcome outcome = cReplayCheck::Run( remapped );
+	EXPECT_TRUE( outcome.matched );
+	EXPECT_EQ( outcome.finalHash, usual.checkpoints.back().total );
 }
 
 // A scripted game replays exactly. While the replay plays, the game reads the tape and the
@@ -206,7 +236,7 @@ TEST( RecordAndReplayTest, TheRecordingSoFarIsSavedWhileTheRunGoesOn ) {
 		int step = 1;
 		for ( const int saveAt : { 150, STEPS } ) {
 			for ( ; step <= saveAt; step++ ) {
-				PlayAGame( player, step, KEY_A );
+				PlayAGame( player, step, KEY_A, cKeyBindings() );
 				ASSERT_TRUE( session.Step( on.game ) );
 				clock.Advance( cGame::FRAME_TIME );
 			}

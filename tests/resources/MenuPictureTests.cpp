@@ -31,9 +31,10 @@ struct sScreen {
 
 const sScreen SCREENS[] = {
 	{ "resources/menu/main.png", { true, true, true, true, true } },
-	{ "resources/menu/settings.png", { false, false, true, true, true } },
+	{ "resources/menu/settings.png", { true, true, true, true, true } },
+	{ "resources/menu/sound.png", { true, true, false, false, true } },
 	{ "resources/menu/difficulty.png", { false, true, true, true, true } },
-	{ "resources/menu/controls.png", { false, false, false, false, true } },
+	{ "resources/menu/controls.png", { false, false, true, true, true } },
 	{ "resources/menu/credits.png", { false, false, false, false, true } },
 	{ "resources/menu/charselection.png", { false, false, true, true, true } },
 	{ "resources/menu/pause.png", { false, false, false, true, true } },

@@ -6,6 +6,7 @@
 #include "SpriteTools.h"
 #include "TextRenderer.h"
 #include "TownBackdrop.h"
+#include "app/ControlsPage.h"
 #include "program/WaitingPicture.h"
 
 #include <algorithm>
@@ -184,24 +185,38 @@ public:
 		DrawParagraph( screen, bodyBold, "lumra", 506, 420, 100, db32::CYAN );
 	}
 
+	// The table the game writes each player's keys into, in the player's own layout's names.
 	void DrawControlsPanel( cCanvas &screen ) const {
+		static const char *const ACTIONS[] = { "Up", "Down", "Left", "Right", "Fire", "Skill", "Use" };
 		DrawPanel( screen );
-		int x = PANEL_LEFT + PANEL_MARGIN;
-		int y = PANEL_TOP + 10;
-		DrawParagraph( screen, bodyBold, "Player 1", x, y, 200, db32::ORANGE );
-		DrawKeyRow( screen, { "W", "A", "S", "D" }, "move", x, y + 20 );
-		int next = DrawKeyRow( screen, { "H" }, "fire", x, y + 44 );
-		next = DrawKeyRow( screen, { "J" }, "skill", next, y + 44 );
-		DrawKeyRow( screen, { "K" }, "use", next, y + 44 );
-		y += 70;
-		DrawParagraph( screen, bodyBold, "Player 2", x, y, 200, db32::CYAN );
-		DrawKeyRow( screen, { "\xE2\x86\x91", "\xE2\x86\x90", "\xE2\x86\x93", "\xE2\x86\x92" }, "move (arrow keys)", x, y + 20 );
-		next = DrawKeyRow( screen, { "Num 1" }, "fire", x, y + 44 );
-		next = DrawKeyRow( screen, { "Num 2" }, "skill", next, y + 44 );
-		DrawKeyRow( screen, { "Num 3" }, "use", next, y + 44 );
-		y += 70;
-		DrawKeyRow( screen, { "Esc" }, "pause the game", x, y );
-		DrawParagraph( screen, body, "Use opens boxes (lumra also doors) and helps a fallen partner up.", x, y + 24, PANEL_RIGHT - x - PANEL_MARGIN, db32::STEEL );
+		const int x = cControlsPage::LABEL_X;
+		DrawParagraph( screen, bodyBold, "Player 1", cControlsPage::CELL_LEFT[0] + 6, PANEL_TOP + 8, 100, db32::ORANGE );
+		DrawParagraph( screen, bodyBold, "Player 2", cControlsPage::CELL_LEFT[1] + 6, PANEL_TOP + 8, 100, db32::CYAN );
+		for ( int action = 0; action < 7; action++ ) {
+			const cRect row = cControlsPage::GetKeyCell( 1, action );
+			DrawParagraph( screen, body, ACTIONS[action], x, row.top + 2, 90, db32::ICE );
+			for ( int player = 1; player <= 2; player++ ) {
+				const cRect cell = cControlsPage::GetKeyCell( player, action );
+				screen.FillRect( cell.left, cell.top, cell.right, cell.bottom, db32::INDIGO );
+				screen.FillRect( cell.left + 1, cell.top + 1, cell.right - 1, cell.bottom - 1, db32::BLACK );
+			}
+		}
+		DrawParagraph( screen, body, "Click a key, then press the new one.", x, cControlsPage::HELP_Y, PANEL_RIGHT - x - PANEL_MARGIN, db32::STEEL );
+	}
+
+	// The sound screen's entries: a minus on the half that lowers, a plus on the half that raises.
+	void DrawLevelMarks( cCanvas &screen, const sMenuRect &rect ) const {
+		const int middle = ( rect.left + rect.right ) / 2;
+		CopyNonEmpty( screen, label.Render( "\xE2\x88\x92", db32::ORANGE ), middle - 8, rect.top + 3 );
+		CopyNonEmpty( screen, label.Render( "+", db32::ORANGE ), rect.right - 16, rect.top + 3 );
+	}
+
+	void DrawSoundPanel( cCanvas &screen ) const {
+		DrawPanel( screen );
+		const int x = PANEL_LEFT + PANEL_MARGIN;
+		const int width = PANEL_RIGHT - PANEL_LEFT - 2 * PANEL_MARGIN;
+		int y = DrawParagraph( screen, body, "Music and effects each from 0, silent, to 10, the game's own loudness.", x, PANEL_TOP + 10, width, db32::ICE ) + 8;
+		DrawParagraph( screen, body, "Click the left half of an entry to lower it, the right half to raise it. The change is heard at once and kept for the next time.", x, y, width, db32::STEEL );
 	}
 
 	// A pad seen from above in the title area, its controls listed beside it with what they do.
@@ -327,8 +342,11 @@ public:
 		DrawPanel( screen );
 		const int x = PANEL_LEFT + PANEL_MARGIN;
 		const int width = PANEL_RIGHT - PANEL_LEFT - 2 * PANEL_MARGIN;
-		int y = DrawParagraph( screen, body, "Difficulty: how much the enemies can take.", x, PANEL_TOP + 10, width, db32::ICE ) + 8;
-		DrawParagraph( screen, body, "Controls: the keys of both players.", x, y, width, db32::ICE );
+		int y = DrawParagraph( screen, body, "Sound: the loudness of the music and of the effects.", x, PANEL_TOP + 10, width, db32::ICE ) + 8;
+		y = DrawParagraph( screen, body, "Start: full screen at start, each click in turn: ask, full screen or window. --fullscreen and --window still choose for one run.", x, y, width, db32::ICE ) + 8;
+		y = DrawParagraph( screen, body, "Difficulty: how much the enemies can take.", x, y, width, db32::ICE ) + 8;
+		y = DrawParagraph( screen, body, "Controls: the keys of both players.", x, y, width, db32::ICE ) + 8;
+		DrawParagraph( screen, body, "Sound, start and keys are kept for the next time.", x, y, width, db32::STEEL );
 	}
 };
 
@@ -362,6 +380,8 @@ cCanvas cMenuArt::MakeScreen( const sMenuScreen &screen ) const {
 			artist->DrawDifficultyPanel( picture );
 		} else if ( file == "pause.png" ) {
 			artist->DrawPausePanel( picture );
+		} else if ( file == "sound.png" ) {
+			artist->DrawSoundPanel( picture );
 		} else {
 			artist->DrawSettingsPanel( picture );
 		}
@@ -370,6 +390,38 @@ cCanvas cMenuArt::MakeScreen( const sMenuScreen &screen ) const {
 		if ( screen.labels[entry] != nullptr ) {
 			artist->DrawEntry( picture, MENU_ENTRIES[entry], screen.labels[entry] );
 		}
+	}
+	if ( std::string( screen.file ) == "sound.png" ) {
+		artist->DrawLevelMarks( picture, MENU_ENTRIES[0] );
+		artist->DrawLevelMarks( picture, MENU_ENTRIES[1] );
+	}
+	return picture;
+}
+
+// What the game writes over the screen at run time, with the default settings, for the pictures
+// of the documentation: the keys' names (as a US layout names them), the start choice, the volumes.
+cCanvas cMenuArt::MakeShownScreen( const sMenuScreen &screen ) const {
+	static const char *const KEYS[2][7] = {
+		{ "W", "S", "A", "D", "H", "J", "K" },
+		{ "Up", "Down", "Left", "Right", "Keypad 1", "Keypad 2", "Keypad 3" },
+	};
+	cCanvas picture = MakeScreen( screen );
+	const std::string file = screen.file;
+	const auto write = [&]( const std::string &text, int x, int y ) {
+		CopyNonEmpty( picture, artist->body.Render( text, db32::WHITE ), x, y );
+	};
+	if ( file == "controls.png" ) {
+		for ( int player = 1; player <= 2; player++ ) {
+			for ( int action = 0; action < 7; action++ ) {
+				const cRect cell = cControlsPage::GetKeyCell( player, action );
+				write( KEYS[player - 1][action], cell.left + cControlsPage::TEXT_INSET_X, cell.top + cControlsPage::TEXT_INSET_Y );
+			}
+		}
+	} else if ( file == "settings.png" ) {
+		write( "ask", MENU_VALUE_X, MENU_ENTRIES[1].top + MENU_VALUE_DOWN );
+	} else if ( file == "sound.png" ) {
+		write( "10", MENU_LEVEL_X, MENU_ENTRIES[0].top + MENU_VALUE_DOWN );
+		write( "10", MENU_LEVEL_X, MENU_ENTRIES[1].top + MENU_VALUE_DOWN );
 	}
 	return picture;
 }

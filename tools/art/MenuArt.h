@@ -16,6 +16,8 @@ public:
 	bool			Open();		// loads the fonts; false when one is missing
 	const cCanvas &	GetBackdrop() const { return backdrop; }
 	cCanvas			MakeScreen( const sMenuScreen &screen ) const;
+	// The screen as the game shows it with the default settings, its run-time texts written in.
+	cCanvas			MakeShownScreen( const sMenuScreen &screen ) const;
 	cCanvas			MakeEndOverlay( bool victory ) const;
 	cCanvas			MakeWaitingOverlay() const;
 	cCanvas			MakeConnectionLostOverlay() const;

@@ -18,12 +18,13 @@ struct sMenuScreen {
 	const char *	labels[MENU_ENTRY_COUNT];
 };
 
-constexpr int MENU_SCREEN_COUNT = 7;
+constexpr int MENU_SCREEN_COUNT = 8;
 constexpr sMenuScreen MENU_SCREENS[MENU_SCREEN_COUNT] = {
 	{ "main.png",			nullptr,				{ "One player", "Two players", "Settings", "Credits", "Quit" } },
-	{ "settings.png",		"Settings",				{ nullptr, nullptr, "Difficulty", "Controls", "Back" } },
+	{ "settings.png",		"Settings",				{ "Sound", "Start", "Difficulty", "Controls", "Back" } },
+	{ "sound.png",			"Sound",				{ "Music", "Effects", nullptr, nullptr, "Back" } },
 	{ "difficulty.png",		"Difficulty",			{ nullptr, "Easy", "Normal", "Hard", "Back" } },
-	{ "controls.png",		"Controls",				{ nullptr, nullptr, nullptr, nullptr, "Back" } },
+	{ "controls.png",		"Controls",				{ nullptr, nullptr, "Defaults", "No keypad", "Back" } },
 	{ "credits.png",		"Credits",				{ nullptr, nullptr, nullptr, nullptr, "Back" } },
 	{ "charselection.png",	"Choose your fighter",	{ nullptr, nullptr, "Tavesh", "Lumra", "Back" } },
 	{ "pause.png",			"Paused",				{ nullptr, nullptr, nullptr, "Resume", "Main menu" } },

@@ -122,7 +122,7 @@ bool WriteMenus( const std::string &root ) {
 	for ( const sMenuScreen &screen : MENU_SCREENS ) {
 		const cCanvas picture = art.MakeScreen( screen );
 		ok &= picture.SavePng( menu + screen.file );
-		ok &= picture.SavePng( root + "/docs/images/menu-" + screen.file );
+		ok &= art.MakeShownScreen( screen ).SavePng( root + "/docs/images/menu-" + screen.file );
 	}
 	for ( bool victory : { true, false } ) {
 		const cCanvas overlay = art.MakeEndOverlay( victory );
