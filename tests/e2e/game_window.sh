@@ -64,7 +64,11 @@ start_game() {
     [ -n "$window" ] && return 0
     sleep 0.1
   done
-  fail "no mapped game window of 640 x 480 or a whole multiple within $E2E_WAIT s: $(cat "$out")"
+  # What the display showed, and which windows of the game's name it had, for the report.
+  local shot=${artefacts:-$work}/no-game-window.png
+  xwd -silent -root 2>/dev/null | "$E2E_CONVERT" xwd:- "$shot" 2>/dev/null || true
+  fail "no mapped game window of 640 x 480 or a whole multiple within $E2E_WAIT s (windows titled as the game's:" \
+       "$(titled_windows | tr '\n' ';'); the display: $shot): $(cat "$out")"
 }
 
 # Takes screenshots of the window into SHOT until one is not of one flat colour (black when
