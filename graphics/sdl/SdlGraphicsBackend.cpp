@@ -96,7 +96,8 @@ bool IsSoftwareOpenGl( SDL_Renderer *renderer ) {
 cSdlGraphicsBackend::cSdlGraphicsBackend( const cSdlWindow &gameWindow ) : window( &gameWindow ) {
 }
 
-cSdlGraphicsBackend::cSdlGraphicsBackend( SDL_Surface *surface ) : target( surface ) {
+cSdlGraphicsBackend::cSdlGraphicsBackend( SDL_Surface *surface, bool scaleFrameOnce )
+	: target( surface ), scaleOnce( scaleFrameOnce ) {
 }
 
 cSdlGraphicsBackend::~cSdlGraphicsBackend() {

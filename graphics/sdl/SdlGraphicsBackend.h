@@ -17,12 +17,9 @@ class cSdlWindow;
 class cSdlGraphicsBackend : public cGraphicsBackend {
 public:
 	explicit		cSdlGraphicsBackend( const cSdlWindow &window );
-	explicit		cSdlGraphicsBackend( SDL_Surface *target );	// off-screen, software; target not owned
+	// Off-screen, software; target not owned. Without scaleOnce, every draw goes straight onto it.
+	explicit		cSdlGraphicsBackend( SDL_Surface *target, bool scaleOnce = true );
 					~cSdlGraphicsBackend() override;
-
-	// Off by default only where the device cannot draw into textures; turned off before
-	// CreateDevice, every draw goes to the window or the surface scaled as it is drawn.
-	void			SetScaleOnce( bool on ) { scaleOnce = on; }
 
 	bool			CreateDevice( bool fullscreen ) override;
 	void			ReleaseDevice() override;
@@ -56,7 +53,9 @@ private:
 	const cSdlWindow *	window = nullptr;	// not owned
 	SDL_Surface *		target = nullptr;	// not owned
 	SDL_Renderer *		renderer = nullptr;
-	SDL_Texture *		frame = nullptr;		// the 640 x 480 picture; null when draws go straight out
+	// The 640 x 480 picture; null where the device cannot draw into textures (draws then go straight
+	// out, scaled each by the renderer's logical size) or when not asked for.
+	SDL_Texture *		frame = nullptr;
 	bool				scaleOnce = true;
 	bool				drawnByProcessor = false;	// SDL's software renderer, or OpenGL without a card
 	std::string			errorCode;
