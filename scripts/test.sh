@@ -14,8 +14,10 @@ export LSAN_OPTIONS="suppressions=$PWD/tests/lsan.supp:print_suppressions=0"
 # Every build goes through the compiler cache, kept outside the clone in ccache's own folder
 # (under $XDG_CACHE_HOME, or ~/.cache): a fresh clone compiles again only what changed since the
 # last run on the machine, wherever the clone lies.
+# The folder is left out of the hash of builds with debugging information, which would otherwise
+# hold it (their debugging information then names the folder of the clone that compiled first).
 if command -v ccache > /dev/null; then
-  export CMAKE_CXX_COMPILER_LAUNCHER=ccache CCACHE_BASEDIR=$PWD
+  export CMAKE_CXX_COMPILER_LAUNCHER=ccache CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
 fi
 
 # step NAME COMMAND...: one step, announced and timed.
