@@ -9,7 +9,7 @@ set -euo pipefail
 
 play_packages=(g++ cmake make pkg-config libsdl2-dev libsdl2-image-dev libsdl2-mixer-dev libenet-dev
                libminiupnpc-dev libnatpmp-dev libinih-dev libsdl2-ttf-dev fonts-dejavu-core)
-test_packages=(googletest python3 libgtest-dev libbenchmark-dev libtcod-dev libsdl2-ttf-dev fonts-dejavu-core
+test_packages=(googletest python3 ccache libgtest-dev libbenchmark-dev libtcod-dev libsdl2-ttf-dev fonts-dejavu-core
                xvfb xauth xdotool x11-utils x11-apps xfonts-base imagemagick clang libclang-rt-14-dev
                desktop-file-utils appstream openbox x11-xkb-utils
                miniupnpd-nftables nftables miniupnpc iproute2)

@@ -1,16 +1,25 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Fuzzes the game's readers (map layers, WAV files, pictures with the colour key, replays, online packets) with
-# libFuzzer, AddressSanitizer and UndefinedBehaviorSanitizer, each target for N seconds:
-#   scripts/fuzz.sh          60 s per target (the test command runs 45 s each)
+# libFuzzer, AddressSanitizer and UndefinedBehaviorSanitizer, each target for N seconds, as many
+# targets at once as there are cores (KMVT_FUZZ_JOBS for another number):
+#   scripts/fuzz.sh          60 s per target (the test command runs 20 s each)
 #   scripts/fuzz.sh 600      a longer session
 #   scripts/fuzz.sh 60 wave  only the named targets (map, wave, picture, replay, net)
 # Prints per target the executions, libFuzzer's final coverage (cov: code edges, ft: features) and
-# the findings, and fails when any target found one. The corpora grow in build/fuzz/corpus/ from run
-# to run (KMVT_FUZZ_BUILD names another build folder); findings land in build/fuzz/findings/.
+# the findings, and fails when any target found one. Every run starts from the corpus kept in the
+# repository (fuzz/corpus/, what earlier sessions found, merged small) and the seeds; the corpora
+# grow in build/fuzz/corpus/ from run to run (KMVT_FUZZ_BUILD names another build folder);
+# findings land in build/fuzz/findings/. After a long session, scripts/fuzz.sh --keep merges what
+# it found into fuzz/corpus/, to be committed.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 root=$PWD
+keep=0
+if [ "${1:-}" = --keep ]; then
+  keep=1
+  shift
+fi
 seconds=${1:-60}
 build=${KMVT_FUZZ_BUILD:-build/fuzz}
 [[ $build = /* ]] || build=$root/$build
@@ -41,9 +50,11 @@ run_target() {
   local name=$1 run=$build/run/$1 corpus=$build/corpus/$1 found=$build/findings/$1
   rm -rf "$run"
   mkdir -p "$run/tmp" "$corpus" "$found"
-  local status=0
+  local status=0 kept=()
+  [ -d "$root/fuzz/corpus/$name" ] && kept=("$root/fuzz/corpus/$name")
   ( cd "$run" && TMPDIR="$run/tmp" "$build/fuzz/kmvt_fuzz_$name" -max_total_time="$seconds" -timeout=25 \
-      -rss_limit_mb=2048 -print_final_stats=1 -artifact_prefix="$found/" "$corpus" "$build/seeds/$name" \
+      -rss_limit_mb=2048 -print_final_stats=1 -artifact_prefix="$found/" "$corpus" "${kept[@]}" \
+      "$build/seeds/$name" \
       > "$run/fuzz.log" 2>&1 ) || status=$?
   local findings left
   findings=$(find "$found" -type f -newer "$run/tmp" | wc -l)
@@ -63,9 +74,38 @@ run_target() {
   fi
 }
 
-echo "== Fuzzing each reader for $seconds s"
+# keep_corpus NAME: the inputs of the kept corpus and of this build's that add coverage, merged
+# into the kept corpus.
+keep_corpus() {
+  local name=$1 merged=$build/merged/$1
+  rm -rf "$merged"
+  mkdir -p "$merged" "$root/fuzz/corpus/$name"
+  "$build/fuzz/kmvt_fuzz_$name" -merge=1 -rss_limit_mb=2048 "$merged" "$root/fuzz/corpus/$name" \
+    "$build/corpus/$name" > "$build/run/$name/merge.log" 2>&1
+  rm -rf "$root/fuzz/corpus/$name"
+  mv "$merged" "$root/fuzz/corpus/$name"
+  echo "$name: $(find "$root/fuzz/corpus/$name" -type f | wc -l) inputs kept in fuzz/corpus/$name"
+}
+
+jobs=${KMVT_FUZZ_JOBS:-$(nproc)}
+echo "== Fuzzing each reader for $seconds s, $jobs at a time"
+mkdir -p "$build/run"
+running=0
+for name in "${targets[@]}"; do
+  if (( running >= jobs )); then
+    wait -n || true
+    running=$(( running - 1 ))
+  fi
+  { status=0; run_target "$name" || status=$?; echo "$status" > "$build/run/$name.status"; } > "$build/run/$name.txt" 2>&1 &
+  running=$(( running + 1 ))
+done
+wait
 failed=0
 for name in "${targets[@]}"; do
-  run_target "$name" || failed=1
+  cat "$build/run/$name.txt"
+  [ "$(cat "$build/run/$name.status" 2>/dev/null)" = 0 ] || failed=1
+  if (( keep )); then
+    keep_corpus "$name"
+  fi
 done
 exit $failed

@@ -96,7 +96,8 @@ bool IsSoftwareOpenGl( SDL_Renderer *renderer ) {
 cSdlGraphicsBackend::cSdlGraphicsBackend( const cSdlWindow &gameWindow ) : window( &gameWindow ) {
 }
 
-cSdlGraphicsBackend::cSdlGraphicsBackend( SDL_Surface *surface ) : target( surface ) {
+cSdlGraphicsBackend::cSdlGraphicsBackend( SDL_Surface *surface, bool scaleFrameOnce )
+	: target( surface ), scaleOnce( scaleFrameOnce ) {
 }
 
 cSdlGraphicsBackend::~cSdlGraphicsBackend() {
@@ -129,9 +130,10 @@ bool cSdlGraphicsBackend::CreateDevice( bool ) {
 	if ( renderer == nullptr ) {
 		return Fail( "SDL_CreateRenderer()" );
 	}
-	// A windowed game is a whole-number multiple of 640 x 480; full screen keeps the 4:3 shape.
-	SDL_SetHint( SDL_HINT_RENDER_SCALE_QUALITY, "nearest" );
-	if ( SDL_RenderSetLogicalSize( renderer, VIEW_WIDTH, VIEW_HEIGHT ) != 0 ) {
+	SDL_RendererInfo info;
+	drawnByProcessor = SDL_GetRendererInfo( renderer, &info ) != 0 || ( info.flags & SDL_RENDERER_SOFTWARE ) != 0 ||
+						IsSoftwareOpenGl( renderer );
+	if ( !CreateFrame() && SDL_RenderSetLogicalSize( renderer, VIEW_WIDTH, VIEW_HEIGHT ) != 0 ) {
 		return Fail( "SDL_RenderSetLogicalSize()" );
 	}
 	// The window waited hidden until now: making the renderer may have made SDL replace it.
@@ -141,8 +143,30 @@ bool cSdlGraphicsBackend::CreateDevice( bool ) {
 	return true;
 }
 
+// Without a frame texture every draw is scaled by the renderer's logical size instead, pixel for
+// pixel the same picture at 1x.
+bool cSdlGraphicsBackend::CreateFrame() {
+	if ( !scaleOnce || !SDL_RenderTargetSupported( renderer ) ) {
+		return false;
+	}
+	frame = SDL_CreateTexture( renderer, GetFramePixelFormat(), SDL_TEXTUREACCESS_TARGET, VIEW_WIDTH, VIEW_HEIGHT );
+	if ( frame == nullptr || SDL_SetRenderTarget( renderer, frame ) != 0 ) {
+		if ( frame != nullptr ) {
+			SDL_DestroyTexture( frame );
+			frame = nullptr;
+		}
+		return false;
+	}
+	SDL_SetTextureBlendMode( frame, SDL_BLENDMODE_NONE );
+	return true;
+}
+
 void cSdlGraphicsBackend::ReleaseDevice() {
 	textWriter.Forget();
+	if ( frame != nullptr ) {
+		SDL_DestroyTexture( frame );
+		frame = nullptr;
+	}
 	if ( renderer != nullptr ) {
 		SDL_DestroyRenderer( renderer );
 		renderer = nullptr;
@@ -227,6 +251,9 @@ void cSdlGraphicsBackend::BeginFrame( uint32_t clearColour ) {
 	if ( renderer == nullptr ) {
 		return;
 	}
+	if ( frame != nullptr ) {
+		SDL_SetRenderTarget( renderer, frame );
+	}
 	SDL_SetRenderDrawColor( renderer, Channel( clearColour, 16 ), Channel( clearColour, 8 ),
 							Channel( clearColour, 0 ), Channel( clearColour, 24 ) );
 	SDL_RenderClear( renderer );
@@ -263,16 +290,17 @@ void cSdlGraphicsBackend::Blit( cTexture *texture, const cRect &source, float x,
 	SDL_RenderCopyF( renderer, texture->texture, &sourceRect, &destination );
 }
 
-// The frame's pixel format is the window's, or the off-screen surface's.
+// The window's, or the off-screen surface's.
+Uint32 cSdlGraphicsBackend::GetFramePixelFormat() const {
+	return target != nullptr ? target->format->format : SDL_GetWindowPixelFormat( window->GetWindow() );
+}
+
 cTexture *cSdlGraphicsBackend::CreateTargetTexture( int32_t width, int32_t height, bool withAlpha ) {
 	if ( renderer == nullptr || !SDL_RenderTargetSupported( renderer ) ) {
 		Fail( "SDL_RenderTargetSupported()" );
 		return nullptr;
 	}
-	Uint32 format = SDL_PIXELFORMAT_ARGB8888;
-	if ( !withAlpha ) {
-		format = target != nullptr ? target->format->format : SDL_GetWindowPixelFormat( window->GetWindow() );
-	}
+	const Uint32 format = withAlpha ? static_cast<Uint32>( SDL_PIXELFORMAT_ARGB8888 ) : GetFramePixelFormat();
 	SDL_Texture *texture = SDL_CreateTexture( renderer, format, SDL_TEXTUREACCESS_TARGET, width, height );
 	if ( texture == nullptr ) {
 		Fail( "SDL_CreateTexture()" );
@@ -282,7 +310,7 @@ cTexture *cSdlGraphicsBackend::CreateTargetTexture( int32_t width, int32_t heigh
 }
 
 bool cSdlGraphicsBackend::SetTarget( cTexture *texture ) {
-	if ( renderer == nullptr || SDL_SetRenderTarget( renderer, texture != nullptr ? texture->texture : nullptr ) != 0 ) {
+	if ( renderer == nullptr || SDL_SetRenderTarget( renderer, texture != nullptr ? texture->texture : frame ) != 0 ) {
 		return Fail( "SDL_SetRenderTarget()" );
 	}
 	return true;
@@ -300,7 +328,39 @@ void cSdlGraphicsBackend::Fill( const cRect &area, uint32_t colour ) {
 }
 
 void cSdlGraphicsBackend::EndFrame() {
-	if ( renderer != nullptr ) {
-		SDL_RenderPresent( renderer );
+	if ( renderer == nullptr ) {
+		return;
 	}
+	if ( frame != nullptr ) {
+		PresentFrame();
+	}
+	SDL_RenderPresent( renderer );
+}
+
+// The frame, scaled to the largest 4:3 picture that fits, black bars around it when it does not
+// fill the output. A whole multiple of 640 x 480 is sampled nearest, each pixel a sharp square.
+// Between whole multiples (full screen on most desktops) nearest sampling would make some rows
+// and columns of pixels a pixel wider than others, which shows as shimmer when the view scrolls,
+// so there the picture is filtered linearly, one pass over the output, where a graphics card does
+// it for nothing. SDL's software renderer filters on the processor at several times the cost of
+// nearest sampling: there nearest stays, uneven pixels and all.
+void cSdlGraphicsBackend::PresentFrame() {
+	int width = VIEW_WIDTH;
+	int height = VIEW_HEIGHT;
+	SDL_SetRenderTarget( renderer, nullptr );
+	SDL_GetRendererOutputSize( renderer, &width, &height );
+	const SDL_Rect picture = cSdlWindow::FitPicture( width, height );
+	// Only the bars are filled: a full clear would write every pixel of the output twice.
+	const int right = picture.x + picture.w;
+	const int bottom = picture.y + picture.h;
+	const SDL_Rect bars[] = {
+		{ 0, 0, picture.x, height }, { right, 0, width - right, height },
+		{ 0, 0, width, picture.y }, { 0, bottom, width, height - bottom },
+	};
+	SDL_SetRenderDrawBlendMode( renderer, SDL_BLENDMODE_NONE );
+	SDL_SetRenderDrawColor( renderer, 0, 0, 0, 0xFF );
+	SDL_RenderFillRects( renderer, bars, SDL_arraysize( bars ) );
+	const bool wholeMultiple = picture.w % VIEW_WIDTH == 0 && picture.h % VIEW_HEIGHT == 0;
+	SDL_SetTextureScaleMode( frame, wholeMultiple || drawnByProcessor ? SDL_ScaleModeNearest : SDL_ScaleModeLinear );
+	SDL_RenderCopy( renderer, frame, nullptr, &picture );
 }

@@ -2,8 +2,9 @@
 #pragma once
 // The drawing over SDL's 2-D renderer: the game's window (accelerated with vsync where the machine
 // has a graphics card, SDL's software renderer otherwise, OpenGL drawn by the processor included)
-// or an off-screen surface for tests and benchmarks, always at a logical 640 x 480 with
-// nearest-neighbour sampling.
+// or an off-screen surface for tests and benchmarks. A frame is drawn at 640 x 480 into a texture
+// of its own and scaled to the window or the surface in one copy when it is presented, so that a
+// bigger window costs one scaled copy a frame rather than a scaled draw of every picture.
 
 #include <SDL.h>
 
@@ -17,7 +18,8 @@ class cSdlWindow;
 class cSdlGraphicsBackend : public cGraphicsBackend {
 public:
 	explicit		cSdlGraphicsBackend( const cSdlWindow &window );
-	explicit		cSdlGraphicsBackend( SDL_Surface *target );	// off-screen, software; target not owned
+	// Off-screen, software; target not owned. Without scaleOnce, every draw goes straight onto it.
+	explicit		cSdlGraphicsBackend( SDL_Surface *target, bool scaleOnce = true );
 					~cSdlGraphicsBackend() override;
 
 	bool			CreateDevice( bool fullscreen ) override;
@@ -45,12 +47,20 @@ public:
 
 private:
 	bool			Fail( const char *call );
+	Uint32			GetFramePixelFormat() const;
+	bool			CreateFrame();
+	void			PresentFrame();
 	void			Blit( cTexture *texture, const cRect &source, float x, float y, uint32_t tint, SDL_BlendMode blend );
 
 	const cSdlWindow *	window = nullptr;	// not owned
 	SDL_Surface *		target = nullptr;	// not owned
 	SDL_Renderer *		renderer = nullptr;
 	cSdlTextWriter		textWriter;
+	// The 640 x 480 picture; null where the device cannot draw into textures (draws then go straight
+	// out, scaled each by the renderer's logical size) or when not asked for.
+	SDL_Texture *		frame = nullptr;
+	bool				scaleOnce = true;
+	bool				drawnByProcessor = false;	// SDL's software renderer, or OpenGL without a card
 	std::string			errorCode;
 	std::string			errorText;
 };

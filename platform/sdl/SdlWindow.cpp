@@ -165,13 +165,17 @@ bool cSdlWindow::HasInputFocus() const {
 	return window != nullptr && ( SDL_GetWindowFlags( window ) & SDL_WINDOW_INPUT_FOCUS ) != 0;
 }
 
-// The largest picture of the game's shape that fits, centred; a windowed game fits exactly.
+// A windowed game fits exactly.
 SDL_Rect cSdlWindow::GetPictureRect() const {
 	int width = VIEW_WIDTH;
 	int height = VIEW_HEIGHT;
 	if ( window != nullptr ) {
 		SDL_GetWindowSize( window, &width, &height );
 	}
+	return FitPicture( width, height );
+}
+
+SDL_Rect cSdlWindow::FitPicture( int width, int height ) {
 	const double scale = std::min( static_cast<double>( width ) / VIEW_WIDTH, static_cast<double>( height ) / VIEW_HEIGHT );
 	SDL_Rect picture;
 	picture.w = static_cast<int>( VIEW_WIDTH * scale );

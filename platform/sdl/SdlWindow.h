@@ -35,6 +35,8 @@ public:
 	bool			HasInputFocus() const;
 	// Where the 640 x 480 picture lies in the window, in window pixels.
 	SDL_Rect		GetPictureRect() const;
+	// The largest picture of the game's shape that fits an area of this size, centred.
+	static SDL_Rect	FitPicture( int width, int height );
 	void			WindowToScreen( int windowX, int windowY, int &screenX, int &screenY ) const;
 	void			ScreenToWindow( int screenX, int screenY, int &windowX, int &windowY ) const;
 

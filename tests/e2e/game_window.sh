@@ -66,7 +66,11 @@ start_game() {
     [ -n "$window" ] && return 0
     sleep 0.1
   done
-  fail "no mapped game window of 640 x 480 or a whole multiple within $E2E_WAIT s: $(cat "$out")"
+  # What the display showed, and which windows of the game's name it had, for the report.
+  local shot=${artefacts:-$work}/no-game-window.png
+  xwd -silent -root 2>/dev/null | "$E2E_CONVERT" xwd:- "$shot" 2>/dev/null || true
+  fail "no mapped game window of 640 x 480 or a whole multiple within $E2E_WAIT s (windows titled as the game's:" \
+       "$(titled_windows | tr '\n' ';'); the display: $shot): $(cat "$out")"
 }
 
 # Takes screenshots of the window into SHOT until one is not of one flat colour (black when
@@ -130,12 +134,22 @@ expect_clean_exit() {
 }
 
 # Full screen is the window manager's to give: the scenarios that switch start openbox on the
-# virtual display and wait until it has taken the screen over.
+# virtual display and wait until it manages windows. Openbox names itself on the display before it
+# has finished starting, and a window asked to be shown in between may never be shown (on a fresh
+# machine, where its first start is slow, the game's question was lost so): it is ready once it has
+# taken a window of its own, a clock shown for the purpose and asked again until it is taken.
 start_window_manager() {
   openbox --sm-disable > /dev/null 2>&1 &
-  local deadline=$((SECONDS + E2E_WAIT))
-  until xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q "window id"; do
+  local deadline=$((SECONDS + E2E_WAIT)) probe="" asked=0
+  until xprop -root _NET_CLIENT_LIST 2>/dev/null | grep -q "window id # 0x"; do
     [ $SECONDS -lt $deadline ] || fail "the window manager did not start"
+    if [ -z "$probe" ] || [ $SECONDS -gt $((asked + 2)) ]; then
+      [ -n "$probe" ] && kill "$probe" 2>/dev/null
+      xclock > /dev/null 2>&1 &
+      probe=$! asked=$SECONDS
+    fi
     sleep 0.1
   done
+  kill "$probe" 2>/dev/null || true
+  wait "$probe" 2>/dev/null || true
 }

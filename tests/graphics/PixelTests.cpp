@@ -238,6 +238,34 @@ TEST_F( PixelTest, CachedTilesMatchTilesDrawnOneByOne ) {
 	SDL_FreeSurface( tileSurface );
 }
 
+// The frame drawn at 640 x 480 and scaled once is, at 1x, the frame drawn straight onto the surface; at 2x each
+// pixel a 2 x 2 square; on 1920 x 1080 a 1440 x 1080 picture between black bars (each read at its centre).
+TEST_F( PixelTest, FrameScaledOnceIsTheFrameDrawnStraight ) {
+	WriteFlatPicture( PNG_CHARACTERS, 480, 288, BODY_COLOUR );
+	LoadTileSheet();
+	scene->SetCameraPosition( 45, 1027 );
+	AddPlayer( KIND_LUMRA, 300, 1200 ).ToggleSkill();		// blended into the frame
+	Render();
+	const struct { int width, height, left; } outputs[] = { { 640, 480, 0 }, { 1280, 960, 0 }, { 1920, 1080, 240 } };
+	for ( const auto &out : outputs ) {
+		SDL_Surface *scaled = SDL_CreateRGBSurfaceWithFormat( 0, out.width, out.height, 32, SDL_PIXELFORMAT_ARGB8888 );
+		cSdlGraphicsBackend scaledBackend( scaled, out.width != VIEW_WIDTH );		// 1x: straight onto the surface
+		cGraphicsLayer scaledLayer;
+		ASSERT_TRUE( scaledLayer.Init( &scaledBackend, false ) );
+		scaledLayer.LoadTextures( folder.GetPath() );
+		scaledLayer.Render( STATE_PLAYING, 0, 0, scene.get(), &players, &enemies, &bullets, &explosions, &items );
+		for ( int x = 0, y = 0, quarters = 4 * out.height / VIEW_HEIGHT; y < VIEW_HEIGHT; y += ++x / VIEW_WIDTH, x %= VIEW_WIDTH ) {
+			const uint32_t *row = static_cast<const uint32_t *>( scaled->pixels ) + ( quarters * y + quarters / 2 ) / 4 * out.width;
+			ASSERT_TRUE( row[out.left + ( quarters * x + quarters / 2 ) / 4] == GetPixel( x, y ) && ( out.left == 0 ||
+						( row[out.left - 1] == 0xFF000000 && row[out.width - out.left] == 0xFF000000 ) ) )
+				<< out.width << " x " << out.height << ": pixel (" << x << ", " << y << "), or the bars beside it";
+		}
+		scaledLayer.ReleaseTextures();
+		scaledLayer.Release();		// the renderer goes before its surface
+		SDL_FreeSurface( scaled );
+	}
+}
+
 // A bar is value + 1 pixels long and 8 high from x 72, none below 0: health 26 is 27 pixels in the
 // health colour, 25 is 26 in the low-health colour; full energy is 51 pixels, 101 with the
 // upgrade, rounded down, full for energy above the capacity and none without a capacity;
