@@ -21,6 +21,7 @@ SKIP=77
 skip() { echo "SKIPPED: $*"; exit "$SKIP"; }
 [ "$(id -u)" -eq 0 ] || skip "network namespaces need root"
 command -v ip > /dev/null && ip netns list > /dev/null 2>&1 || skip "no ip netns (iproute2)"
+command -v nsenter > /dev/null || skip "no nsenter (util-linux)"
 for tool in nft upnpc /usr/sbin/miniupnpd; do
   command -v "$tool" > /dev/null || skip "no $tool (scripts/deps.sh test installs it)"
 done
@@ -47,7 +48,9 @@ fail() {
   done
   exit 1
 }
-in_ns() { local ns=$1; shift; ip netns exec "$ns" "$@"; }
+# nsenter rather than ip netns exec, which also remounts / and so fails in a chroot, where / is no
+# mount point of its own; the test needs the network of the namespace alone.
+in_ns() { local ns=$1; shift; nsenter --net="/run/netns/$ns" "$@"; }
 
 port=$(( 20000 + RANDOM % 12000 ))
 outside_address=11.77.0.1
@@ -57,8 +60,10 @@ natpmp=yes upnp=yes
 [ "$case" = natpmp ] && upnp=no
 
 # The three namespaces and the two cables between them.
+# A container may forbid namespaces even to root: that is a machine that cannot run the test.
+why=$(ip netns add "$home" 2>&1) || skip "cannot make a network namespace here: $why"
 for ns in "$home" "$router" "$outside"; do
-  ip netns add "$ns"
+  [ "$ns" = "$home" ] || ip netns add "$ns"
   in_ns "$ns" ip link set lo up
 done
 ip link add "h$id" netns "$home" type veth peer name "ri$id" netns "$router"
@@ -112,7 +117,7 @@ start() {
   shift 2
   mkdir -p "$work/$side"
   ln -sfn "$resources" "$work/$side/resources"
-  ( cd "$work/$side" && exec ip netns exec "$ns" "$@" > out.txt 2> err.txt ) &
+  ( cd "$work/$side" && exec nsenter --net="/run/netns/$ns" "$@" > out.txt 2> err.txt ) &
   pids+=($!)
 }
 # Waits for a line that starts with text on the side's terminal: await SIDE TEXT SECONDS; the
