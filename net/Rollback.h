@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+// cRollback runs an online game ahead of the partner's inputs, so that this machine's own keys
+// answer at once whatever the round trip: a step the partner's input has not reached yet is
+// played with that input guessed (the last one received), up to MAX_GUESS steps ahead of the
+// newest step both inputs confirm. The match is saved before every step played on a guess; when
+// the partner's real input of such a step differs from the guess, the game goes back to the save
+// of the first wrong step and plays forward again to where it was, at once. A step is confirmed
+// when both its inputs are known and it was played with them: only confirmed steps go on (the
+// recording, the state hash), each with the game in the state just after it. The lockstep keeps
+// the inputs, the packets and the hashes; its next step is the next step to confirm.
+
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+#include "app/Match.h"
+#include "net/StepInput.h"
+
+class cGame;
+class cLockstep;
+
+class cRollback {
+public:
+	static constexpr uint64_t MAX_GUESS = 10;		// steps played ahead of the confirmed ones
+
+	// Plays one step of the game with these inputs; again: the step was played before and is
+	// played again after a correction. False when the player quit.
+	using tRun = std::function<bool( uint64_t step, const cStepInput &own, const cStepInput &partner, bool again )>;
+	// A step is confirmed; the game is in the state just after it.
+	using tConfirm = std::function<void( uint64_t step, const cStepInput &own, const cStepInput &partner )>;
+
+						cRollback( cGame &game, cLockstep &lockstep, tRun run, tConfirm confirm );
+
+	// Steps 0 .. GetNewest() - 1 were played; the game shows the last of them.
+	uint64_t			GetNewest() const { return newest; }
+	// The next step may be played: it guesses no further than MAX_GUESS, and its own input has room.
+	bool				CanStep() const;
+	// Plays the next step; sampled is the own input of the step the local delay names.
+	bool				Step( const cStepInput &sampled );
+	// After the lockstep took the partner's inputs: plays again from the first step whose guess
+	// they prove wrong, then confirms what both inputs allow. False when the player quit.
+	bool				Correct();
+
+	uint64_t			GetStepsAgain() const { return stepsAgain; }	// steps played again in all
+	uint64_t			GetCorrections() const { return corrections; }
+
+private:
+	struct cSlot {
+		cStepInput		own;
+		cStepInput		partner;			// as played: known or guessed
+		bool			known = false;
+		cMatch			before;				// the match before the step
+	};
+
+	cSlot &				GetSlot( uint64_t step ) { return slots[step % slots.size()]; }
+	bool				Play( uint64_t step, bool again );
+	void				ConfirmDue();
+
+	cGame &				game;
+	cLockstep &			lockstep;
+	tRun				run;
+	tConfirm			confirm;
+	std::vector<cSlot>	slots;				// steps confirmed .. newest - 1, and the one after
+	cMatch				spare;				// the newest match while a confirmed one is looked at
+	uint64_t			newest = 0;
+	uint64_t			stepsAgain = 0;
+	uint64_t			corrections = 0;
+};
