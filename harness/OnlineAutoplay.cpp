@@ -168,9 +168,13 @@ int PlayOnline( const cOnlineOptions &options ) {
 	const cNetFigures &figures = session.GetFigures();
 	const double meanDelay = figures.steps > 0 ? static_cast<double>( figures.delaySteps ) / static_cast<double>( figures.steps ) : 0.0;
 	std::printf( "Online game over (%s): %" PRIu64 " steps in %.1f s (%.2f steps/s), input delay %u (mean %.1f), round trip %u ms, %" PRIu64
-				 " step times waited, %" PRIu64 " bad packets; final state hash: %016" PRIx64 "\n",
+				 " step times waited, %" PRIu64 " bad packets, %" PRIu64 " steps played again in %" PRIu64
+				 " step times (at most %" PRIu64 "), the partner's figure moved by %" PRIu64 " corrections (%" PRIu64
+				 " in all, at most %" PRIu64 "); final state hash: %016" PRIx64 "\n",
 				 session.GetEndLine().c_str(), figures.steps, seconds, static_cast<double>( figures.steps ) / seconds,
-				 figures.delay, meanDelay, figures.roundTrip, figures.waitedSlots, figures.badPackets, figures.finalHash );
+				 figures.delay, meanDelay, figures.roundTrip, figures.waitedSlots, figures.badPackets, figures.stepsAgain,
+				 figures.frames, figures.mostStepsAgain, figures.jumps, figures.jumpLength, figures.longestJump,
+				 figures.finalHash );
 	const bool atMenu = headless.GetGame().GetGameState() == STATE_MAIN_MENU && headless.GetGame().GetScene() == nullptr;
 	std::printf( "%s\n", atMenu ? "Back at the main menu, alone" : "Not back at the main menu" );
 	return atMenu && figures.steps > 0 ? 0 : 1;

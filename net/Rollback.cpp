@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "net/Rollback.h"
 
+#include <algorithm>
 #include <cassert>
 
 #include "app/Game.h"
@@ -11,8 +12,13 @@ cRollback::cRollback( cGame &game, cLockstep &lockstep, tRun run, tConfirm confi
 	  slots( MAX_GUESS + 1 ) {
 }
 
+uint32_t cRollback::ChooseLocalDelay( uint32_t roundTrip ) {
+	return std::min( roundTrip / LOCAL_DELAY_TRIP, MAX_LOCAL_DELAY );
+}
+
 bool cRollback::CanStep() const {
-	return newest - lockstep.GetStep() < MAX_GUESS && lockstep.CanGive( newest ) && !lockstep.IsOutOfStep();
+	return newest - lockstep.GetStep() < MAX_GUESS && lockstep.CanGive( newest ) && !lockstep.IsOutOfStep() &&
+		   ( newest == 0 || GetSlot( newest - 1 ).going );
 }
 
 bool cRollback::Step( const cStepInput &sampled ) {
@@ -24,16 +30,32 @@ bool cRollback::Step( const cStepInput &sampled ) {
 	if ( !slot.known ) {
 		slot.partner = lockstep.GetLastPartnerInput();
 	}
-	const bool going = Play( newest, false );
+	Play( newest, false );
 	newest++;
 	ConfirmDue();
-	return going;
+	return !ended;
 }
 
-bool cRollback::Play( uint64_t step, bool again ) {
+void cRollback::Play( uint64_t step, bool again ) {
 	cSlot &slot = GetSlot( step );
 	game.Save( slot.before );
-	return run( step, slot.own, slot.partner, again );
+	if ( recorder != nullptr ) {
+		recorder->Mark( slot.recorded );
+	}
+	slot.going = run( step, slot.own, slot.partner, again );
+}
+
+void cRollback::GoBack( uint64_t step ) {
+	game.Restore( GetSlot( step ).before );
+	if ( recorder != nullptr ) {
+		recorder->Rewind( GetSlot( step ).recorded );
+	}
+}
+
+void cRollback::BeQuiet( bool on ) const {
+	if ( quiet ) {
+		quiet( on );
+	}
 }
 
 bool cRollback::Correct() {
@@ -49,34 +71,49 @@ bool cRollback::Correct() {
 			slot.partner = lockstep.GetLastPartnerInput();		// a better guess, since it is played again
 		}
 	}
-	bool going = true;
 	if ( wrong < newest ) {
 		corrections++;
-		game.Restore( GetSlot( wrong ).before );
-		for ( uint64_t step = wrong; step < newest; step++ ) {
-			going = Play( step, true ) && going;
+		BeQuiet( true );
+		GoBack( wrong );
+		uint64_t step = wrong;
+		for ( ; step < newest && ( step == wrong || GetSlot( step - 1 ).going ); step++ ) {
+			Play( step, true );
 			stepsAgain++;
 		}
+		newest = step;			// a step that ends the game now ends the steps played
+		BeQuiet( false );
 	}
 	ConfirmDue();
-	return going;
+	return !ended;
 }
 
 // A step confirmed behind the newest is looked at in its own state, then the newest is put back.
 void cRollback::ConfirmDue() {
-	while ( lockstep.GetStep() < newest && lockstep.CanConfirm() ) {
+	while ( !ended && lockstep.GetStep() < newest && lockstep.CanConfirm() ) {
 		const uint64_t step = lockstep.GetStep();
 		cStepInput own;
 		cStepInput partner;
 		lockstep.Confirm( own, partner );
 		assert( GetSlot( step ).known && partner == GetSlot( step ).partner );
+		ended = !GetSlot( step ).going;
 		if ( step + 1 == newest ) {
 			confirm( step, own, partner );
 			continue;
 		}
+		BeQuiet( true );
 		game.Save( spare );
 		game.Restore( GetSlot( step + 1 ).before );
 		confirm( step, own, partner );
 		game.Restore( spare );
+		BeQuiet( false );
+	}
+}
+
+void cRollback::GoBackToConfirmed() {
+	if ( lockstep.GetStep() < newest ) {
+		BeQuiet( true );
+		GoBack( lockstep.GetStep() );
+		BeQuiet( false );
+		newest = lockstep.GetStep();
 	}
 }
