@@ -10,7 +10,9 @@
 // that would land on steps already given, so every step keeps exactly one input of each side and
 // the partner needs to know nothing of it. After every HASH_EVERY steps each
 // machine sends its state's hash with its parts; a difference stops the online game, naming the
-// step and the first part that differs.
+// step and the first part that differs. A game that plays ahead of the partner's inputs
+// (net/Rollback.h) keeps the same packets, window and hashes: its own inputs are given as it plays
+// (Give), and the lockstep's step is the next one it confirms (Confirm).
 
 #include <cstdint>
 #include <deque>

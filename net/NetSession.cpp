@@ -355,8 +355,8 @@ void cNetSession::Begin( cGame &game, const cStart &start ) {
 	if ( IsRollback() ) {
 		rollback = std::make_unique<cRollback>(
 			game, *lockstep,
-			[this, &game]( uint64_t step, const cStepInput &own, const cStepInput &partner, bool again ) {
-				return PlayStep( game, step, own, partner, again );
+			[this, &game]( uint64_t step, const cStepInput &own, const cStepInput &partner, bool ) {
+				return PlayStep( game, step, own, partner );
 			},
 			[this, &game]( uint64_t step, const cStepInput &, const cStepInput & ) { Confirmed( game, step ); } );
 		rollback->SetRecorder( recorder.get() );
@@ -466,7 +466,7 @@ bool cNetSession::RunStep( cGame &game ) {
 	cStepInput own;
 	cStepInput partner;
 	lockstep->Step( input.Sample(), own, partner );
-	const bool going = PlayStep( game, step, own, partner, false );
+	const bool going = PlayStep( game, step, own, partner );
 	Confirmed( game, step );
 	if ( !going ) {
 		Quit( game );
@@ -478,12 +478,10 @@ bool cNetSession::RunStep( cGame &game ) {
 	return true;
 }
 
-bool cNetSession::PlayStep( cGame &game, uint64_t step, const cStepInput &own, const cStepInput &partner, bool again ) {
+bool cNetSession::PlayStep( cGame &game, uint64_t step, const cStepInput &own, const cStepInput &partner ) {
 	input.SetStepInput( role == HOST ? cStepInput::Combine( own, partner ) : cStepInput::Combine( partner, own ) );
 	clock.SetStep( step );
-	input.SetQuiet( again );
 	const bool going = game.Step();
-	input.SetQuiet( false );
 	recorder->EndStep();
 	lastStep = Now();
 	return going;

@@ -119,8 +119,8 @@ private:
 	void				MeasureJump( const cGame &game, const int32_t before[2] );
 	bool				FindPartnerFigure( const cGame &game, int32_t place[2] ) const;
 	bool				RunStep( cGame &game );
-	// One step of the game with both inputs; again: a step played again after a correction.
-	bool				PlayStep( cGame &game, uint64_t step, const cStepInput &own, const cStepInput &partner, bool again );
+	// One step of the game with both inputs, recorded.
+	bool				PlayStep( cGame &game, uint64_t step, const cStepInput &own, const cStepInput &partner );
 	// A step both machines ran alike: counted, and hashed at the end of a hash period.
 	void				Confirmed( cGame &game, uint64_t step );
 	void				BeQuiet( bool quiet );
