@@ -361,6 +361,7 @@ void cNetSession::Begin( cGame &game, const cStart &start ) {
 			[this, &game]( uint64_t step, const cStepInput &, const cStepInput & ) { Confirmed( game, step ); } );
 		rollback->SetRecorder( recorder.get() );
 		rollback->SetQuiet( [this]( bool quiet ) { BeQuiet( quiet ); } );
+		rollback->SetLooks( []( uint64_t step ) { return cLockstep::IsHashStep( step + 1 ); } );
 	}
 	phase = ONLINE;
 	owed = 0;
@@ -425,6 +426,10 @@ bool cNetSession::RunAhead( cGame &game ) {
 		owed--;
 		going = rollback->Step( input.Sample() );
 	}
+	// A machine that may guess no further gives the step up instead of owing it: it falls back
+	// behind the partner by a step, so that the partner's inputs come within its reach again.
+	figures.waitedSlots += owed > 0 ? 1 : 0;
+	owed = 0;
 	figures.stepsAgain = rollback->GetStepsAgain();
 	figures.corrections = rollback->GetCorrections();
 	if ( lockstep->GetStep() > confirmed ) {

@@ -96,7 +96,7 @@ void cRollback::ConfirmDue() {
 		lockstep.Confirm( own, partner );
 		assert( GetSlot( step ).known && partner == GetSlot( step ).partner );
 		ended = !GetSlot( step ).going;
-		if ( step + 1 == newest ) {
+		if ( step + 1 == newest || ( looks && !looks( step ) ) ) {
 			confirm( step, own, partner );
 			continue;
 		}

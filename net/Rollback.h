@@ -31,8 +31,10 @@ public:
 	// Plays one step of the game with these inputs; again: the step was played before and is
 	// played again after a correction. False when the player quit.
 	using tRun = std::function<bool( uint64_t step, const cStepInput &own, const cStepInput &partner, bool again )>;
-	// A step is confirmed; the game is in the state just after it.
+	// A step is confirmed; the game is in the state just after it when the step is one that
+	// tLooks names (every step when none is set), else in the newest.
 	using tConfirm = std::function<void( uint64_t step, const cStepInput &own, const cStepInput &partner )>;
+	using tLooks = std::function<bool( uint64_t step )>;
 	// True while the game goes back or plays steps again: what it starts then was started before.
 	using tQuiet = std::function<void( bool quiet )>;
 
@@ -40,6 +42,8 @@ public:
 	// The recording goes back with the game (not owned; may be null).
 	void				SetRecorder( cRecorder *recorder ) { this->recorder = recorder; }
 	void				SetQuiet( tQuiet quiet ) { this->quiet = std::move( quiet ); }
+	// Going to a confirmed step's state costs three copies of the match: only for these steps.
+	void				SetLooks( tLooks looks ) { this->looks = std::move( looks ); }
 
 	// The steps of its own input delay a machine takes on a line: a longer round trip sends the
 	// own input earlier, so that fewer guesses go wrong.
@@ -85,6 +89,7 @@ private:
 	tRun				run;
 	tConfirm			confirm;
 	tQuiet				quiet;
+	tLooks				looks;
 	cRecorder *			recorder = nullptr;
 	std::vector<cSlot>	slots;				// steps confirmed .. newest - 1, and the one after
 	cMatch				spare;				// the newest match while a confirmed one is looked at

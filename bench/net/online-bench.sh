@@ -36,7 +36,7 @@ for trip in ${KMVT_ONLINE_TRIPS:-0 50 100 200}; do
     [ -n "${KMVT_ONLINE_LOCKSTEP:-}" ] && fixed=(--delay=$(( (trip + 20) / 15 + 1 )))
     # The subshell's children's CPU time (user, system), from times' second line.
     ( cd "$work/host" && { "$autoplay" --host=$port --players=2 --difficulty=1 --frames=2000 "${fixed[@]}" > out.txt 2> err.txt
-        times | tail -n 1 > cpu.txt; } ) &
+        times > cpu.txt; } ) &
     host=$!
     "$relay" $(( port + 1 )) $port --delay=$(( trip / 2 )) --jitter=$(( jitter / 2 )) --loss=$loss --seed=11 --idle=5 > "$work/relay.txt" &
     relay_pid=$!
@@ -56,8 +56,8 @@ for trip in ${KMVT_ONLINE_TRIPS:-0 50 100 200}; do
       "$(awk -v w="${waited:-0}" -v s="${steps:-1}" 'BEGIN { printf "%.2f", 100 * w / s }')" \
       "$(rate "host to joiner" "$work/relay.txt")" "$(rate "joiner to host" "$work/relay.txt")" \
       "$(after "$work/partner/out.txt" "At the shared main menu ")" \
-      "$(sed 's/[ms]/ /g' "$work/host/cpu.txt" | awk '{ printf "%.3f", 1000 * ($1 * 60 + $2 + $3 * 60 + $4) / 2000 }')" \
-      "$(awk -v a="$again_steps" -v f="$frames" 'BEGIN { printf "%.2f", f > 0 ? a / f : 0 }')" "$most" \
-      "$jumps" "$(awk -v l="$jumped" -v j="$jumps" 'BEGIN { printf "%.1f", j > 0 ? l / j : 0 }')" "$longest"
+      "$(tail -n 1 "$work/host/cpu.txt" | sed 's/[ms]/ /g' | awk '{ printf "%.3f", 1000 * ($1 * 60 + $2 + $3 * 60 + $4) / 2000 }')" \
+      "$(awk -v a="$again_steps" -v f="$frames" 'BEGIN { printf "%.2f", ( f > 0 ? a / f : 0 ) }')" "$most" \
+      "$jumps" "$(awk -v l="$jumped" -v j="$jumps" 'BEGIN { printf "%.1f", ( j > 0 ? l / j : 0 ) }')" "$longest"
   done
 done

@@ -72,7 +72,9 @@ struct cMachine {
 						if ( ( step + 1 ) % HASH_EVERY == 0 ) {
 							hashes.push_back( cStateHash( game.GetGame() ).GetTotal() );
 						}
-					} ) {}
+					} ) {
+		rollback.SetLooks( []( uint64_t step ) { return ( step + 1 ) % HASH_EVERY == 0; } );
+	}
 
 	void Slot() {
 		for ( cLink::cEvent event = link.Poll(); event.kind != cLink::NOTHING; event = link.Poll() ) {
