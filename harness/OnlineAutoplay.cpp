@@ -23,7 +23,8 @@ namespace {
 const int64_t NSEC_PER_MSEC = 1000000;
 const int64_t STEP_TIME = cGame::FRAME_TIME * NSEC_PER_MSEC;
 const int ENTRY_QUIT = 5;
-const int QUIT_FRAMES = 200;				// more than the quit click needs to reach the game
+const int QUIT_FRAMES = 2000;			// more than a guessed end taken back and the real end screen need
+const int CLICK_EVERY = 100;			// frames between two clicks on Quit at the main menu
 const uint64_t REPORT_STEPS = 200;			// online steps between two lines on how the line goes
 
 // The steps of the program on the real clock, one every 15 msec, as the game's frame loop paces them.
@@ -55,10 +56,14 @@ bool PlayAsHost( cHeadlessGame &headless, const cNetSession &session, const cOnl
 	cGameResult result;
 	const bool played = autoplay.Play( setup, result );
 	std::printf( "game   1: %s\n", DescribeResult( setup, result ).c_str() );
-	if ( played && session.IsOnline() ) {
-		const cRect &quit = MENU_ENTRIES[ENTRY_QUIT - 1];
-		headless.Click( ( quit.left + quit.right ) / 2, ( quit.top + quit.bottom ) / 2 );
-		for ( int i = 0; i < QUIT_FRAMES && headless.Step(); i++ ) {
+	// Played ahead of the partner, the end the bot saw may have been a guess that a correction took
+	// back: the bot clicks Quit whenever the game shows the main menu, until the online game is over.
+	const cRect &quit = MENU_ENTRIES[ENTRY_QUIT - 1];
+	for ( int frame = 0; played && session.IsOnline() && frame < QUIT_FRAMES; frame++ ) {
+		if ( headless.GetGame().GetGameState() == STATE_MAIN_MENU && frame % CLICK_EVERY == 0 ) {
+			headless.Click( ( quit.left + quit.right ) / 2, ( quit.top + quit.bottom ) / 2 );
+		} else if ( !headless.Step() ) {
+			break;
 		}
 	}
 	return played;
@@ -168,9 +173,13 @@ int PlayOnline( const cOnlineOptions &options ) {
 	const cNetFigures &figures = session.GetFigures();
 	const double meanDelay = figures.steps > 0 ? static_cast<double>( figures.delaySteps ) / static_cast<double>( figures.steps ) : 0.0;
 	std::printf( "Online game over (%s): %" PRIu64 " steps in %.1f s (%.2f steps/s), input delay %u (mean %.1f), round trip %u ms, %" PRIu64
-				 " step times waited, %" PRIu64 " bad packets; final state hash: %016" PRIx64 "\n",
+				 " step times waited, %" PRIu64 " bad packets, %" PRIu64 " steps played again in %" PRIu64
+				 " step times (at most %" PRIu64 "), the partner's figure moved by %" PRIu64 " corrections (%" PRIu64
+				 " in all, at most %" PRIu64 "); final state hash: %016" PRIx64 "\n",
 				 session.GetEndLine().c_str(), figures.steps, seconds, static_cast<double>( figures.steps ) / seconds,
-				 figures.delay, meanDelay, figures.roundTrip, figures.waitedSlots, figures.badPackets, figures.finalHash );
+				 figures.delay, meanDelay, figures.roundTrip, figures.waitedSlots, figures.badPackets, figures.stepsAgain,
+				 figures.frames, figures.mostStepsAgain, figures.jumps, figures.jumpLength, figures.longestJump,
+				 figures.finalHash );
 	const bool atMenu = headless.GetGame().GetGameState() == STATE_MAIN_MENU && headless.GetGame().GetScene() == nullptr;
 	std::printf( "%s\n", atMenu ? "Back at the main menu, alone" : "Not back at the main menu" );
 	return atMenu && figures.steps > 0 ? 0 : 1;

@@ -7,7 +7,7 @@
 cLockstep::cLockstep( uint32_t inputDelay )
 	: firstDelay( inputDelay ), delay( inputDelay ), ownEnd( inputDelay ), own( WINDOW ), partner( WINDOW ),
 	  acknowledged( inputDelay ), partnerHeld( inputDelay ) {
-	assert( delay > 0 && delay < WINDOW / 2 );
+	assert( delay < WINDOW / 2 );
 	for ( uint64_t step = 0; step < delay; step++ ) {
 		own[step].step = step;
 	}
@@ -20,31 +20,66 @@ cStepWindow cLockstep::GetWindow() const {
 // A longer delay holds the keys and the mouse's place over the steps it adds; motion, wheel and
 // clicks happen once.
 void cLockstep::SetDelay( uint32_t newDelay ) {
-	assert( newDelay > 0 && newDelay < WINDOW / 2 );
+	assert( newDelay < WINDOW / 2 );
 	delay = newDelay;
+	Hold( next + delay );
+}
+
+void cLockstep::Hold( uint64_t end ) {
 	cStepInput held = ownEnd > 0 ? own[( ownEnd - 1 ) % WINDOW].input : cStepInput();
 	held.mouse.dx = 0;
 	held.mouse.dy = 0;
 	held.mouse.wheel = 0;
-	while ( ownEnd < next + delay && ownEnd + 1 - acknowledged <= WINDOW ) {
+	while ( ownEnd < end && ownEnd + 1 - acknowledged <= WINDOW ) {
 		own[ownEnd % WINDOW] = { ownEnd, held };
 		ownEnd++;
 	}
 }
 
 bool cLockstep::CanStep() const {
-	return partnerHeld > next && std::max( ownEnd, next + delay + 1 ) - acknowledged <= WINDOW && !IsOutOfStep();
+	return partnerHeld > next && CanGive( next ) && !IsOutOfStep();
 }
 
 void cLockstep::Step( const cStepInput &sampled, cStepInput &ownInput, cStepInput &partnerInput ) {
 	assert( CanStep() );
-	if ( next + delay >= ownEnd ) {
-		SetDelay( delay );
+	Give( next, sampled );
+	Confirm( ownInput, partnerInput );
+}
+
+bool cLockstep::CanGive( uint64_t runStep ) const {
+	return std::max( ownEnd, runStep + delay + 1 ) - acknowledged <= WINDOW;
+}
+
+void cLockstep::Give( uint64_t runStep, const cStepInput &sampled ) {
+	assert( CanGive( runStep ) );
+	if ( runStep + delay >= ownEnd ) {
+		Hold( runStep + delay );
 		own[ownEnd % WINDOW] = { ownEnd, sampled };
 		ownEnd++;
 	}
-	ownInput = next < firstDelay ? cStepInput() : own[next % WINDOW].input;
-	partnerInput = next < firstDelay ? cStepInput() : partner[next % WINDOW].input;
+}
+
+cStepInput cLockstep::GetOwnInput( uint64_t step ) const {
+	assert( step >= next && step < ownEnd );
+	return step < firstDelay ? cStepInput() : own[step % WINDOW].input;
+}
+
+bool cLockstep::FindPartnerInput( uint64_t step, cStepInput &input ) const {
+	if ( step < next || step >= partnerHeld ) {
+		return false;
+	}
+	input = step < firstDelay ? cStepInput() : partner[step % WINDOW].input;
+	return true;
+}
+
+bool cLockstep::CanConfirm() const {
+	return partnerHeld > next && ownEnd > next && !IsOutOfStep();
+}
+
+void cLockstep::Confirm( cStepInput &ownInput, cStepInput &partnerInput ) {
+	assert( CanConfirm() );
+	ownInput = GetOwnInput( next );
+	FindPartnerInput( next, partnerInput );
 	next++;
 }
 
@@ -71,6 +106,7 @@ bool cLockstep::TakeInputs( const cInputRun &run ) {
 		}
 	}
 	while ( partnerHeld < next + WINDOW && partner[partnerHeld % WINDOW].step == partnerHeld ) {
+		lastPartner = partner[partnerHeld % WINDOW].input;
 		partnerHeld++;
 	}
 	return true;

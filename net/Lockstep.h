@@ -10,7 +10,9 @@
 // that would land on steps already given, so every step keeps exactly one input of each side and
 // the partner needs to know nothing of it. After every HASH_EVERY steps each
 // machine sends its state's hash with its parts; a difference stops the online game, naming the
-// step and the first part that differs.
+// step and the first part that differs. A game that plays ahead of the partner's inputs
+// (net/Rollback.h) keeps the same packets, window and hashes: its own inputs are given as it plays
+// (Give), and the lockstep's step is the next one it confirms (Confirm).
 
 #include <cstdint>
 #include <deque>
@@ -30,7 +32,8 @@ public:
 	explicit			cLockstep( uint32_t delay );
 
 	uint32_t			GetDelay() const { return delay; }
-	// From the next step on, sampled inputs belong delay steps later (1 to WINDOW / 2 - 1).
+	// From the next step on, sampled inputs belong delay steps later (at most WINDOW / 2 - 1; 0 only
+	// for a game that runs ahead).
 	void				SetDelay( uint32_t delay );
 	// Own steps 0 .. GetOwnEnd() - 1 have their input.
 	uint64_t			GetOwnEnd() const { return ownEnd; }
@@ -44,6 +47,20 @@ public:
 	bool				CanStep() const;
 	// Runs the next step: sampled becomes the own input of step + D; gives both inputs of the step.
 	void				Step( const cStepInput &sampled, cStepInput &own, cStepInput &partner );
+
+	// A game that runs ahead of the partner's inputs gives its own input while it runs step
+	// runStep, and confirms the steps behind it as the partner's inputs come.
+	bool				CanGive( uint64_t runStep ) const;
+	void				Give( uint64_t runStep, const cStepInput &sampled );
+	// The own input of a step from GetStep() to GetOwnEnd() - 1.
+	cStepInput			GetOwnInput( uint64_t step ) const;
+	// The partner's input of a step from GetStep() on, when it is here.
+	bool				FindPartnerInput( uint64_t step, cStepInput &input ) const;
+	// The partner's input of the last step it gave without a gap.
+	const cStepInput &	GetLastPartnerInput() const { return lastPartner; }
+	bool				CanConfirm() const;
+	// The next step is run: both its inputs are given.
+	void				Confirm( cStepInput &own, cStepInput &partner );
 
 	// The inputs the partner has not acknowledged (at most cPacket::MAX_INPUTS), and this side's
 	// acknowledgement.
@@ -69,6 +86,8 @@ private:
 	};
 
 	void				Compare();
+	// Own inputs up to step end - 1, each holding the one before.
+	void				Hold( uint64_t end );
 
 	uint32_t			firstDelay;			// the steps before it have no input on either side
 	uint32_t			delay;
@@ -78,6 +97,7 @@ private:
 	std::vector<cSlot>	partner;			// steps next .. next + WINDOW - 1, as they come
 	uint64_t			acknowledged;		// the partner holds own steps 0 .. acknowledged - 1
 	uint64_t			partnerHeld;		// partner's steps 0 .. partnerHeld - 1 are here or run
+	cStepInput			lastPartner;		// of step partnerHeld - 1
 	std::deque<cCheckpoint>	ownHashes;
 	std::deque<cCheckpoint>	partnerHashes;
 	std::vector<std::string> ownNames;		// as last sent

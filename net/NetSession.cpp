@@ -3,8 +3,10 @@
 
 #include <cinttypes>
 #include <cstdio>
+#include <cstdlib>
 #include <random>
 
+#include "actors/Character.h"
 #include "app/Game.h"
 #include "actors/GameState.h"
 #include "app/StateHash.h"
@@ -15,9 +17,11 @@
 #include "net/Handshake.h"
 #include "net/Lockstep.h"
 #include "net/Packet.h"
+#include "net/Rollback.h"
 #include "platform/PacingClock.h"
 #include "replay/Checkpoint.h"
 #include "replay/Recorder.h"
+#include "replay/ReplaySound.h"
 
 namespace {
 
@@ -49,6 +53,10 @@ cNetSession::cNetSession( cLink &link, eRole role, const cHello &hello, const st
 }
 
 cNetSession::~cNetSession() = default;
+
+bool cNetSession::IsRollback() const {
+	return hello.delay == 0 && partnerHello.delay == 0;
+}
 
 int64_t cNetSession::Now() const {
 	return time.GetNanoseconds() / NSEC_PER_MSEC;
@@ -304,7 +312,8 @@ void cNetSession::TakePong( uint32_t sent ) {
 	const uint32_t roundTrip = static_cast<uint32_t>( Now() ) - sent;
 	figures.roundTrip = std::max( figures.roundTrip, roundTrip );
 	if ( ++probes >= PROBES ) {
-		delay = cHandshake::ChooseDelay( hello.delay, partnerHello.delay, figures.roundTrip );
+		delay = IsRollback() ? cRollback::ChooseLocalDelay( figures.roundTrip )
+							 : cHandshake::ChooseDelay( hello.delay, partnerHello.delay, figures.roundTrip );
 		phase = READY;
 		cLog::Write( "Partner joined: the online game starts at the main menu" );
 	}
@@ -332,8 +341,8 @@ void cNetSession::Begin( cGame &game, const cStart &start ) {
 	figures.steps = 0;
 	figures.waitedSlots = 0;
 	lockstep = std::make_unique<cLockstep>( delay );
-	delayControl = std::make_unique<cDelayControl>( delay, cPacket::MAX_DELAY );
-	delayFixed = role == JOIN || hello.delay > 0 || partnerHello.delay > 0;
+	delayControl = std::make_unique<cDelayControl>( std::max<uint32_t>( delay, 1 ), cPacket::MAX_DELAY );
+	delayFixed = role == JOIN || hello.delay > 0 || partnerHello.delay > 0 || IsRollback();
 	pendingChange = cDelayChange();
 	figures.delaySteps = 0;
 	clock.Agree( start.startTick, start.startCalendar );
@@ -343,13 +352,29 @@ void cNetSession::Begin( cGame &game, const cStart &start ) {
 	SetClock( &recorder->GetClock() );
 	game.Restart( &recorder->GetInput() );
 	game.LockSettings( true );
+	rollback.reset();
+	if ( IsRollback() ) {
+		rollback = std::make_unique<cRollback>(
+			game, *lockstep,
+			[this, &game]( uint64_t step, const cStepInput &own, const cStepInput &partner, bool ) {
+				return PlayStep( game, step, own, partner );
+			},
+			[this, &game]( uint64_t step, const cStepInput &, const cStepInput & ) { Confirmed( game, step ); } );
+		rollback->SetRecorder( recorder.get() );
+		rollback->SetQuiet( [this]( bool quiet ) { BeQuiet( quiet ); } );
+		rollback->SetLooks( []( uint64_t step ) { return cLockstep::IsHashStep( step + 1 ); } );
+	}
 	phase = ONLINE;
 	owed = 0;
 	partnerQuitAt = 0;
 	lastStep = Now();
 	lastProgress = lastStep;
 	lastHeard = lastStep;
-	std::printf( "Online game with the partner: input delay %u steps, round trip %u ms\n", delay, figures.roundTrip );
+	std::printf( "Online game with the partner: input delay %u steps, round trip %u ms", delay, figures.roundTrip );
+	if ( rollback ) {
+		std::printf( ", guessing the partner's keys up to %u steps ahead", static_cast<unsigned>( cRollback::MAX_GUESS ) );
+	}
+	std::printf( "\n" );
 	std::fflush( stdout );
 }
 
@@ -357,15 +382,19 @@ void cNetSession::Begin( cGame &game, const cStart &start ) {
 bool cNetSession::RunSteps( cGame &game ) {
 	owed = std::min( owed + 1, MAX_OWED_STEPS );
 	bool going = true;
-	while ( going && owed > 0 && phase == ONLINE && lockstep->CanStep() ) {
-		owed--;
-		if ( pendingChange.step != 0 && lockstep->GetStep() >= pendingChange.step ) {
-			lockstep->SetDelay( pendingChange.delay );
-			delayControl->Switched( pendingChange.delay, Now() );
-			figures.delay = pendingChange.delay;
-			pendingChange = cDelayChange();
+	if ( rollback ) {
+		going = RunAhead( game );
+	} else {
+		while ( going && owed > 0 && phase == ONLINE && lockstep->CanStep() ) {
+			owed--;
+			if ( pendingChange.step != 0 && lockstep->GetStep() >= pendingChange.step ) {
+				lockstep->SetDelay( pendingChange.delay );
+				delayControl->Switched( pendingChange.delay, Now() );
+				figures.delay = pendingChange.delay;
+				pendingChange = cDelayChange();
+			}
+			going = RunStep( game );
 		}
-		going = RunStep( game );
 	}
 	if ( phase != ONLINE ) {
 		return going;
@@ -382,30 +411,102 @@ bool cNetSession::RunSteps( cGame &game ) {
 	return going;
 }
 
+// Played ahead: the partner's inputs that came correct the guesses, then the due steps are played.
+bool cNetSession::RunAhead( cGame &game ) {
+	const uint64_t confirmed = lockstep->GetStep();
+	const uint64_t again = rollback->GetStepsAgain();
+	int32_t partnerPlace[2] = {};
+	const bool partnerSeen = FindPartnerFigure( game, partnerPlace );
+	bool going = rollback->Correct();
+	figures.frames++;
+	figures.mostStepsAgain = std::max( figures.mostStepsAgain, rollback->GetStepsAgain() - again );
+	if ( partnerSeen && rollback->GetStepsAgain() > again ) {
+		MeasureJump( game, partnerPlace );
+	}
+	while ( going && owed > 0 && rollback->CanStep() ) {
+		owed--;
+		going = rollback->Step( input.Sample() );
+	}
+	// A machine that may guess no further gives the step up instead of owing it: it falls back
+	// behind the partner by a step, so that the partner's inputs come within its reach again.
+	figures.waitedSlots += owed > 0 ? 1 : 0;
+	owed = 0;
+	figures.stepsAgain = rollback->GetStepsAgain();
+	figures.corrections = rollback->GetCorrections();
+	if ( lockstep->GetStep() > confirmed ) {
+		lastProgress = Now();
+	}
+	if ( !going ) {
+		Quit( game );
+		return role != HOST;
+	}
+	if ( lockstep->IsOutOfStep() && phase == ONLINE ) {
+		FindOutOfStep( game );
+	}
+	return true;
+}
+
+bool cNetSession::FindPartnerFigure( const cGame &game, int32_t place[2] ) const {
+	const tCharacterList *players = game.GetPlayers();
+	const size_t partner = role == HOST ? 1 : 0;
+	if ( players == nullptr || players->size() <= partner ) {
+		return false;
+	}
+	( *players )[partner]->GetPosition( place[0], place[1] );
+	return true;
+}
+
+void cNetSession::MeasureJump( const cGame &game, const int32_t before[2] ) {
+	int32_t after[2] = {};
+	if ( !FindPartnerFigure( game, after ) ) {
+		return;
+	}
+	const uint64_t jump = static_cast<uint64_t>( std::max( std::abs( after[0] - before[0] ), std::abs( after[1] - before[1] ) ) );
+	figures.jumps += jump > 0 ? 1 : 0;
+	figures.jumpLength += jump;
+	figures.longestJump = std::max( figures.longestJump, jump );
+}
+
 bool cNetSession::RunStep( cGame &game ) {
 	const uint64_t step = lockstep->GetStep();
 	cStepInput own;
 	cStepInput partner;
 	lockstep->Step( input.Sample(), own, partner );
+	const bool going = PlayStep( game, step, own, partner );
+	Confirmed( game, step );
+	if ( !going ) {
+		Quit( game );
+		return role != HOST;
+	}
+	if ( lockstep->IsOutOfStep() ) {
+		FindOutOfStep( game );
+	}
+	return true;
+}
+
+bool cNetSession::PlayStep( cGame &game, uint64_t step, const cStepInput &own, const cStepInput &partner ) {
 	input.SetStepInput( role == HOST ? cStepInput::Combine( own, partner ) : cStepInput::Combine( partner, own ) );
 	clock.SetStep( step );
 	const bool going = game.Step();
 	recorder->EndStep();
 	lastStep = Now();
-	lastProgress = lastStep;
+	return going;
+}
+
+void cNetSession::Confirmed( cGame &game, uint64_t step ) {
+	lastProgress = Now();
 	figures.steps++;
 	figures.delaySteps += lockstep->GetDelay();
-	if ( !going ) {
-		Quit( game );
-		return role != HOST;
-	}
 	if ( cLockstep::IsHashStep( step + 1 ) ) {
 		Send( cLink::RELIABLE, lockstep->TakeOwnHash( cCheckpoint::Take( step + 1, cStateHash( game ) ) ) );
-		if ( lockstep->IsOutOfStep() ) {
-			FindOutOfStep( game );
-		}
 	}
-	return true;
+}
+
+void cNetSession::BeQuiet( bool quiet ) {
+	input.SetQuiet( quiet );
+	if ( sound != nullptr ) {
+		sound->SetQuiet( quiet );
+	}
 }
 
 void cNetSession::FollowLine() {
@@ -477,6 +578,9 @@ void cNetSession::GoOutOfStep( cGame &game, uint64_t step, const std::string &pa
 void cNetSession::End( cGame &game, const std::string &line, const std::string &evidence ) {
 	endLine = line;
 	Say( line );
+	if ( rollback ) {
+		rollback->GoBackToConfirmed();
+	}
 	if ( phase == ONLINE ) {
 		figures.finalHash = cStateHash( game ).GetTotal();
 		SaveRecording( recordPath );
@@ -489,6 +593,7 @@ void cNetSession::End( cGame &game, const std::string &line, const std::string &
 		SetClock( &clock );
 		game.Restart( &input );
 		game.LockSettings( false );
+		rollback.reset();
 		recorder.reset();
 		lockstep.reset();
 		delayControl.reset();
@@ -520,6 +625,9 @@ void cNetSession::Close( const cGame &game ) {
 	bye.kind = NET_BYE;
 	bye.reason = BYE_CLOSED;
 	Send( cLink::RELIABLE, bye );
+	if ( rollback ) {
+		rollback->GoBackToConfirmed();
+	}
 	if ( phase == ONLINE ) {
 		figures.finalHash = cStateHash( game ).GetTotal();
 		SaveRecording( recordPath );

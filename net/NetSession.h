@@ -4,8 +4,9 @@
 // plays alone as always until a partner connects; the partner's machine waits. Both say who they
 // are (refusing each other when they would not play the same game), the host measures the round
 // trip and, once its player is at the main menu, starts: both games begin again from the main menu
-// and run in lockstep, reading the same input and the same clock at every step, each recorded as a
-// replay would be. The partner is judged by what it does, never by what it says: a connection must
+// and run the same inputs and the same clock at every step, each recorded as a replay would be:
+// ahead of the partner's inputs on guesses taken back when wrong (net/Rollback.h), or, when either
+// machine fixed the input delay, in lockstep. The partner is judged by what it does, never by what it says: a connection must
 // finish the handshake within HANDSHAKE_TIME, and an online partner that brings no new input for
 // PARTNER_LOST_TIME is lost, whatever else it sends. Partner lost, games out of step, or the host's
 // quit end the online game: the line goes to the log and the terminal, and the player plays on
@@ -25,6 +26,8 @@ class cGame;
 class cLockstep;
 class cPacingClock;
 class cRecorder;
+class cReplaySound;
+class cRollback;
 
 struct cNetFigures {
 	uint32_t			delay = 0;			// steps, the latest
@@ -33,6 +36,13 @@ struct cNetFigures {
 	uint64_t			steps = 0;			// online steps run
 	uint64_t			waitedSlots = 0;	// step times in which no step could run
 	uint64_t			badPackets = 0;
+	uint64_t			stepsAgain = 0;		// steps played again after corrections
+	uint64_t			corrections = 0;
+	uint64_t			frames = 0;			// step times played ahead
+	uint64_t			mostStepsAgain = 0;	// in one step time
+	uint64_t			jumps = 0;			// corrections that moved the partner's figure
+	uint64_t			jumpLength = 0;		// the figure's moves added up, the longer axis of each
+	uint64_t			longestJump = 0;
 	uint64_t			finalHash = 0;		// the state's hash when the online game ended
 };
 
@@ -60,6 +70,8 @@ public:
 	// What the game reads: give them to the game's Init and to SetClock.
 	cInputBackend &		GetInput() { return input; }
 	cClock &			GetClock() { return clock; }
+	// The sound the game plays through (not owned): quiet while steps are played again.
+	void				SetSound( cReplaySound *sound ) { this->sound = sound; }
 
 	// One step time of the program: hears the partner, then runs the steps that are due and that
 	// both inputs allow (alone: one step, as always; a partner still waiting for the host: none).
@@ -80,6 +92,8 @@ public:
 
 private:
 	int64_t				Now() const;
+	// Neither machine fixed the input delay: the game runs ahead of the partner's inputs.
+	bool				IsRollback() const;
 	// Why the partner counts as lost now, or empty.
 	std::string			FindLoss( int64_t now ) const;
 	void				Connect();
@@ -100,7 +114,16 @@ private:
 	void				FollowLine();
 	void				TakeDelayChange( const cDelayChange &change );
 	bool				RunSteps( cGame &game );
+	bool				RunAhead( cGame &game );
+	// How far a correction moved the partner's figure, for the figures.
+	void				MeasureJump( const cGame &game, const int32_t before[2] );
+	bool				FindPartnerFigure( const cGame &game, int32_t place[2] ) const;
 	bool				RunStep( cGame &game );
+	// One step of the game with both inputs, recorded.
+	bool				PlayStep( cGame &game, uint64_t step, const cStepInput &own, const cStepInput &partner );
+	// A step both machines ran alike: counted, and hashed at the end of a hash period.
+	void				Confirmed( cGame &game, uint64_t step );
+	void				BeQuiet( bool quiet );
 	void				TakeInputs( cGame &game, const cInputRun &run );
 	void				Quit( cGame &game );
 	void				FindOutOfStep( cGame &game );
@@ -119,6 +142,8 @@ private:
 	ePhase				phase;
 	std::unique_ptr<cLockstep>	lockstep;
 	std::unique_ptr<cDelayControl>	delayControl;
+	std::unique_ptr<cRollback>	rollback;			// none in lockstep
+	cReplaySound *		sound = nullptr;
 	bool				delayFixed = false;		// --delay on either machine
 	cDelayChange		pendingChange;			// step 0: none
 	uint64_t			token = 0;				// from the START: the partner's proof when it comes back

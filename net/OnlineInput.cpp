@@ -34,7 +34,7 @@ bool cOnlineInput::ReadMouse( cMouseReading &reading ) {
 }
 
 void cOnlineInput::WarpMouse( int32_t x, int32_t y ) {
-	if ( player != 2 ) {
+	if ( player != 2 && !quiet ) {
 		platform.WarpMouse( x, y );
 	}
 }
@@ -44,7 +44,7 @@ bool cOnlineInput::TakePauseRequest() {
 }
 
 void cOnlineInput::Rumble( int hitPlayer ) {
-	if ( !IsOnline() || hitPlayer == player ) {
+	if ( !IsOnline() || ( hitPlayer == player && !quiet ) ) {
 		platform.Rumble( hitPlayer );
 	}
 }

@@ -19,6 +19,8 @@ public:
 	cStepInput		Sample();
 	// What the game reads in the step about to run.
 	void			SetStepInput( const cStepInput &input ) { step = input; }
+	// While quiet (a step played again), the game neither rumbles nor moves the platform's cursor.
+	void			SetQuiet( bool quiet ) { this->quiet = quiet; }
 
 	bool			ReadKeyboard( uint8_t state[256] ) override;
 	bool			ReadMouse( cMouseReading &reading ) override;
@@ -30,5 +32,6 @@ private:
 	static constexpr int HOST = 1;
 
 	int				player = 0;
+	bool			quiet = false;
 	cStepInput		step;
 };

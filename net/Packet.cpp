@@ -295,7 +295,6 @@ bool cPacket::Read( const uint8_t *data, size_t size, const cStepWindow &window,
 			read = GetBounded( in, value, MAX_DELAY, "a delay" ) && in.GetWord32( message.start.startTick ) &&
 				   in.GetSigned( message.start.startCalendar ) && in.GetWord64( message.start.token );
 			message.start.delay = static_cast<uint32_t>( value );
-			read = read && ( message.start.delay > 0 || in.Fail( "a delay of 0 steps" ) );
 			break;
 		case NET_INPUTS:
 			read = ReadInputs( in, window, message.inputs );

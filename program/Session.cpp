@@ -52,6 +52,7 @@ void cSession::OpenOnline( const cCommandLine &line, cLink &link, const cHello &
 	const std::string recordPath = line.mode == cCommandLine::RECORD ? line.file : std::string();
 	online = std::make_unique<cNetSession>( link, role, hello, recordPath, *input, *clock, time );
 	replaySound = std::make_unique<cReplaySound>( sound, true );
+	online->SetSound( replaySound.get() );
 	input = &online->GetInput();
 	clock = &online->GetClock();
 	sound = replaySound.get();

@@ -33,6 +33,17 @@ void cRecorder::BeginStep( bool pause ) {
 	betweenSteps = false;
 }
 
+void cRecorder::Mark( cMark &mark ) const {
+	mark.tape = tape;
+	mark.checkpoints = checkpoints.size();
+}
+
+void cRecorder::Rewind( const cMark &mark ) {
+	tape = mark.tape;
+	checkpoints.resize( mark.checkpoints );
+	betweenSteps = true;
+}
+
 cRecording cRecorder::GetRecording() const {
 	cRecording recording;
 	recording.gameVersion = KMVT_VERSION;

@@ -39,6 +39,15 @@ public:
 	// After every step of the game.
 	void				EndStep() { betweenSteps = true; }
 
+	// The recording as it is between two steps; Rewind takes back every step recorded after it,
+	// for a game that went back to its state of then.
+	struct cMark {
+		cTapeWriter		tape;
+		size_t			checkpoints = 0;
+	};
+	void				Mark( cMark &mark ) const;
+	void				Rewind( const cMark &mark );
+
 	// From the recording backends.
 	void				BeginStep( bool pause );
 	bool				IsRecording() const { return !betweenSteps; }

@@ -27,14 +27,14 @@ void cReplaySound::ReleaseSound( int id ) {
 }
 
 bool cReplaySound::Play( int id, bool loop, int32_t volume ) {
-	if ( platformOpen ) {
+	if ( platformOpen && !quiet ) {
 		platform->Play( id, loop, volume );
 	}
 	return true;
 }
 
 bool cReplaySound::Stop( int id ) {
-	if ( platformOpen ) {
+	if ( platformOpen && !quiet ) {
 		platform->Stop( id );
 	}
 	return true;

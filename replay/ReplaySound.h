@@ -3,6 +3,8 @@
 // cReplaySound stands between the sound layer and the platform's sound (or none) during a replay:
 // the device opens, or not, as it did in the recorded run, since the game's state remembers which;
 // when the real device cannot follow, the replay plays silent and the game sees no difference.
+// An online game that plays steps again after a correction keeps it quiet meanwhile, so that no
+// sound starts or stops twice.
 
 #include "sound/SoundBackend.h"
 
@@ -18,9 +20,12 @@ public:
 	bool			Stop( int id ) override;
 	void			SetVolume( int id, int32_t volume ) override;
 	const char *	GetErrorText() const override { return "the recorded run had no sound device"; }
+	// While quiet, sounds are neither started nor stopped.
+	void			SetQuiet( bool quiet ) { this->quiet = quiet; }
 
 private:
 	cSoundBackend *	platform;		// not owned; may be null
 	bool			recordedOpen;
 	bool			platformOpen = false;
+	bool			quiet = false;
 };

@@ -5,8 +5,11 @@
 # without and with 5 % loss, and a table row per run: the input delay (at the end, and its mean
 # over the steps when it moved), the steps per second held, the step times waited (and per 100
 # steps), the bytes per second each way (UDP payload, counted by the relay) and the time from the
-# partner's start to the shared main menu. KMVT_ONLINE_TRIPS, KMVT_ONLINE_LOSSES and
-# KMVT_ONLINE_JITTER (ms either way) choose other lines.
+# partner's start to the shared main menu, the host's CPU time per frame, and the steps played again
+# after corrections (per frame: mean and most) with the partner's figure's jumps (how many, mean
+# and longest, in the game's units). KMVT_ONLINE_TRIPS, KMVT_ONLINE_LOSSES and KMVT_ONLINE_JITTER
+# (ms either way) choose other lines; KMVT_ONLINE_LOCKSTEP=1 plays in lockstep with the delay the
+# host would measure, (round trip + 20) / 15 + 1, fixed with --delay.
 #   bench/net/online-bench.sh AUTOPLAY RELAY RESOURCES
 set -euo pipefail
 autoplay=$1 relay=$2 resources=$3
@@ -24,12 +27,16 @@ after() { awk -v phrase="$2" 'index($0, phrase) { rest = substr($0, index($0, ph
   if (match(rest, /[0-9]+(\.[0-9]+)?/)) { print substr(rest, RSTART, RLENGTH); exit } }' "$1"; }
 
 jitter=${KMVT_ONLINE_JITTER:-0}
-echo "| round trip | jitter | loss | input delay D | mean D | steps | steps/s | step times waited | per 100 steps | bytes/s host to partner | bytes/s partner to host | --join to the shared main menu |"
-echo "|---|---|---|---|---|---|---|---|---|---|---|---|"
+echo "| round trip | jitter | loss | input delay D | mean D | steps | steps/s | step times waited | per 100 steps | bytes/s host to partner | bytes/s partner to host | --join to the shared main menu | host CPU per frame | steps again per frame (mean, most) | figure jumps (count, mean, longest) |"
+echo "|---|---|---|---|---|---|---|---|---|---|---|---|---|---|---|"
 for trip in ${KMVT_ONLINE_TRIPS:-0 50 100 200}; do
   for loss in ${KMVT_ONLINE_LOSSES:-0 5}; do
     port=$(( port + 2 ))
-    ( cd "$work/host" && exec "$autoplay" --host=$port --players=2 --difficulty=1 --frames=2000 > out.txt 2> err.txt ) &
+    fixed=()
+    [ -n "${KMVT_ONLINE_LOCKSTEP:-}" ] && fixed=(--delay=$(( (trip + 20) / 15 + 1 )))
+    # The subshell's children's CPU time (user, system), from times' second line.
+    ( cd "$work/host" && { "$autoplay" --host=$port --players=2 --difficulty=1 --frames=2000 "${fixed[@]}" > out.txt 2> err.txt
+        times > cpu.txt; } ) &
     host=$!
     "$relay" $(( port + 1 )) $port --delay=$(( trip / 2 )) --jitter=$(( jitter / 2 )) --loss=$loss --seed=11 --idle=5 > "$work/relay.txt" &
     relay_pid=$!
@@ -42,10 +49,15 @@ for trip in ${KMVT_ONLINE_TRIPS:-0 50 100 200}; do
     mean=$(sed -n 's/^Online game over .*input delay [0-9]* (mean \([0-9.]*\)).*/\1/p' "$out")
     steps=$(sed -n 's/^Online game over .*): \([0-9]*\) steps.*/\1/p' "$out")
     waited=$(sed -n 's/^Online game over .* \([0-9]*\) step times waited.*/\1/p' "$out")
-    printf "| %s ms | ±%s ms | %s %% | %s | %s | %s | %s | %s | %s | %s | %s | %s ms |\n" "$trip" "$jitter" "$loss" "$delay" \
+    again=$(sed -n 's/^Online game over .* \([0-9]*\) steps played again in \([0-9]*\) step times (at most \([0-9]*\)), the partner.s figure moved by \([0-9]*\) corrections (\([0-9]*\) in all, at most \([0-9]*\)).*/\1 \2 \3 \4 \5 \6/p' "$out")
+    read -r again_steps frames most jumps jumped longest <<< "${again:-0 0 0 0 0 0}"
+    printf "| %s ms | ±%s ms | %s %% | %s | %s | %s | %s | %s | %s | %s | %s | %s ms | %s ms | %s, %s | %s, %s, %s |\n" "$trip" "$jitter" "$loss" "$delay" \
       "${mean:-$delay}" "$steps" "$(after "$out" "s (")" "$waited" \
       "$(awk -v w="${waited:-0}" -v s="${steps:-1}" 'BEGIN { printf "%.2f", 100 * w / s }')" \
       "$(rate "host to joiner" "$work/relay.txt")" "$(rate "joiner to host" "$work/relay.txt")" \
-      "$(after "$work/partner/out.txt" "At the shared main menu ")"
+      "$(after "$work/partner/out.txt" "At the shared main menu ")" \
+      "$(tail -n 1 "$work/host/cpu.txt" | sed 's/[ms]/ /g' | awk '{ printf "%.3f", 1000 * ($1 * 60 + $2 + $3 * 60 + $4) / 2000 }')" \
+      "$(awk -v a="$again_steps" -v f="$frames" 'BEGIN { printf "%.2f", ( f > 0 ? a / f : 0 ) }')" "$most" \
+      "$jumps" "$(awk -v l="$jumped" -v j="$jumps" 'BEGIN { printf "%.1f", ( j > 0 ? l / j : 0 ) }')" "$longest"
   done
 done
