@@ -53,8 +53,11 @@ mkdir -p "$work/host" "$work/partner"
 ln -s "$resources" "$work/host/resources"
 ln -s "$resources" "$work/partner/resources"
 port=$(( 20000 + RANDOM % 12000 ))	# below the ephemeral ports that the system hands out
-# The scenarios that run beside others have ports of their own, below the random ones.
-declare -A OWN_PORTS=([strangers]=19410 [silent-first]=19420 [out-of-step]=19430 [delay-follows]=19440 [blackout]=19450 [blackout-long]=19460 [new-port]=19470)
+# Every scenario has ports of its own (the port and the next), below the random ones, so that they
+# all run side by side.
+declare -A OWN_PORTS=([strangers]=19410 [silent-first]=19420 [out-of-step]=19430 [delay-follows]=19440 [blackout]=19450
+                      [blackout-long]=19460 [new-port]=19470 [partner-killed]=19480 [version]=19490 [data]=19500
+                      [relay]=19510 [rollback]=19520)
 port=${OWN_PORTS[$scenario]:-$port}
 frames=9000
 
