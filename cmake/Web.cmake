@@ -1,8 +1,9 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-# The game in a web page, built with emscripten: SDL2, SDL2_image and SDL2_mixer come from
-# KMVT_WEB_LIBS, the folder scripts/web-libs.sh builds from Debian's sources, under the names
-# pkg-config gives them on the desktop. The page is the game's .js, .wasm and .data beside
-# index.html.
+# The game in a web page, built with emscripten: SDL2, SDL2_image, SDL2_mixer and SDL2_ttf come
+# from KMVT_WEB_LIBS, the folder scripts/web-libs.sh builds from Debian's sources, under the names
+# pkg-config gives them on the desktop; the settings file's reader is the page's own
+# (input/ini/page/). The page is the game's .js, .wasm and .data beside index.html, the data holding
+# the resource tree and the font.
 
 set(KMVT_WEB_LIBS "" CACHE PATH "The web libraries' folder (include/, lib/), from scripts/web-libs.sh")
 if(NOT EXISTS "${KMVT_WEB_LIBS}/lib/libSDL2.a")
@@ -20,20 +21,28 @@ endfunction()
 KmvtWebLibrary(PkgConfig::SDL2 SDL2)
 KmvtWebLibrary(PkgConfig::SDL2_IMAGE SDL2_image png16 z)
 KmvtWebLibrary(PkgConfig::SDL2_MIXER SDL2_mixer)
+KmvtWebLibrary(PkgConfig::SDL2_TTF SDL2_ttf freetype z)
+add_library(kmvt_web_ini STATIC ${CMAKE_CURRENT_LIST_DIR}/../input/ini/page/ini.cpp)
+add_library(PkgConfig::INIH INTERFACE IMPORTED)
+target_include_directories(PkgConfig::INIH INTERFACE ${CMAKE_CURRENT_LIST_DIR}/../input/ini/page)
+target_link_libraries(PkgConfig::INIH INTERFACE kmvt_web_ini)
 
-# KmvtMakeWebPage(TARGET): the game's link for the browser, with the resource tree packed beside
-# it and the page copied next to it.
+# KmvtMakeWebPage(TARGET): the game's link for the browser, with the resource tree and the font
+# packed beside it (the font at the path the game opens) and the page copied next to it. The
+# settings file's folder lives in the browser's storage (IDBFS).
 function(KmvtMakeWebPage target)
   # SDL's sound and timers call these from the page's side. Written to a file, as a build tool
   # would take the dollar signs for its own.
   file(WRITE ${PROJECT_BINARY_DIR}/web-functions.json "[\"$autoResumeAudioContext\", \"$dynCall\"]\n")
   target_link_options(${target} PRIVATE
-    -sENVIRONMENT=web -sALLOW_MEMORY_GROWTH=1 -lGL
+    -sENVIRONMENT=web -sALLOW_MEMORY_GROWTH=1 -lGL -lidbfs.js
     "-sEXPORTED_FUNCTIONS=_main,_kmvt_SaveRecording"
-    "-sEXPORTED_RUNTIME_METHODS=FS,ccall"
+    "-sEXPORTED_RUNTIME_METHODS=FS,ccall,addRunDependency,removeRunDependency"
     "-sDEFAULT_LIBRARY_FUNCS_TO_INCLUDE=@${PROJECT_BINARY_DIR}/web-functions.json"
-    --preload-file ${PROJECT_SOURCE_DIR}/resources@/resources
-    --exclude-file ${PROJECT_SOURCE_DIR}/resources/map/tiles.txt)
+    # SHELL: keeps each option with its file, as CMake would merge the two --preload-file.
+    "SHELL:--preload-file ${PROJECT_SOURCE_DIR}/resources@/resources"
+    "SHELL:--exclude-file ${PROJECT_SOURCE_DIR}/resources/map/tiles.txt"
+    "SHELL:--preload-file ${KMVT_FONT_FILE}@${KMVT_FONT_FILE}")
   set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${PROJECT_SOURCE_DIR}/platform/web/index.html)
   add_custom_command(TARGET ${target} POST_BUILD
     COMMAND ${CMAKE_COMMAND} -E copy ${PROJECT_SOURCE_DIR}/platform/web/index.html ${PROJECT_BINARY_DIR}/index.html)

@@ -18,7 +18,7 @@ test_packages=(googletest python3 ccache libgtest-dev libbenchmark-dev libtcod-d
 # service and its questions come with the package miniupnpd, which is not installed).
 package_packages=(dpkg-dev file lintian)
 # The web page: the compiler, Debian's sources of the libraries, node and a browser for its tests.
-web_packages=(emscripten nodejs cmake make dpkg-dev python3 chromium imagemagick)
+web_packages=(emscripten nodejs cmake make dpkg-dev python3 chromium imagemagick fonts-dejavu-core)
 # The arm64 build of the recordings' check; without them that build is skipped, and says so.
 cross_packages=(g++-aarch64-linux-gnu qemu-user)
 

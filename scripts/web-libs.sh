@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: GPL-3.0-or-later
-# Builds SDL2, SDL2_image (PNG through libpng and zlib) and SDL2_mixer (WAV) for the browser with
-# emscripten, from Debian's own source packages, and prints the folder that holds them (include/
+# Builds SDL2, SDL2_image (PNG through libpng and zlib), SDL2_mixer (WAV) and SDL2_ttf (through
+# FreeType) for the browser with emscripten, from Debian's own source packages, and prints the folder that holds them (include/
 # and lib/). The result is kept outside the clone, in
 #   ${XDG_CACHE_HOME:-~/.cache}/kormaveth2d/web-libs/KEY
 # where KEY follows the source versions, the compiler's version and this script, so a second run
 # costs a second and any change builds afresh. Everything but the last line goes to stderr.
 set -euo pipefail
-packages=(libsdl2 libsdl2-image libsdl2-mixer zlib libpng1.6)
+packages=(libsdl2 libsdl2-image libsdl2-mixer zlib libpng1.6 freetype libsdl2-ttf)
 cache_root=${XDG_CACHE_HOME:-$HOME/.cache}/kormaveth2d/web-libs
 jobs=$(nproc)
 export NODE_PATH=${NODE_PATH:-/usr/share/nodejs}
@@ -112,6 +112,20 @@ compile_library SDL2_mixer "$mixer" -DMUSIC_WAV -I"$mixer/src" -I"$mixer/src/cod
   $(cd "$mixer" && ls src/*.c src/codecs/*.c 2> /dev/null)
 cp "$mixer"/include/SDL_mixer.h "$out/include/SDL2/"
 echo "SDL2_image and SDL2_mixer: $(( SECONDS - start )) s"
+
+# FreeType as Debian builds it, on the zlib above, less what a TrueType font does not need: no
+# HarfBuzz (SDL2_ttf lays out a line itself), no Brotli (WOFF2), no bzip2 (compressed bitmap
+# fonts), no PNG (colour bitmap glyphs).
+start=$SECONDS
+emcmake cmake -S "$(src freetype)" -B "$work/freetype" -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX="$out" \
+  -DBUILD_SHARED_LIBS=OFF -DFT_DISABLE_HARFBUZZ=ON -DFT_DISABLE_BROTLI=ON -DFT_DISABLE_BZIP2=ON -DFT_DISABLE_PNG=ON \
+  -DFT_REQUIRE_ZLIB=ON -DZLIB_LIBRARY="$out/lib/libz.a" -DZLIB_INCLUDE_DIR="$out/include" > /dev/null
+cmake --build "$work/freetype" -j"$jobs" > /dev/null
+cmake --install "$work/freetype" > /dev/null
+ttf=$(src libsdl2-ttf)
+compile_library SDL2_ttf "$ttf" -DTTF_USE_HARFBUZZ=0 -I"$out/include/freetype2" -- SDL_ttf.c
+cp "$ttf"/SDL_ttf.h "$out/include/SDL2/"
+echo "FreeType and SDL2_ttf: $(( SECONDS - start )) s"
 
 mv "$out" "$prefix"
 touch "$prefix/done"

@@ -1,17 +1,19 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: GPL-3.0-or-later
-# The Linux build's main menu as a picture: the game in a 640 x 480 window under Xvfb, the pointer
-# at (X, Y) of the game's screen, the window's pixels written to OUT.
-#   linux-menu.sh GAME X Y OUT
+# The Linux build's main menu as a picture: the game in a 640 x 480 window under Xvfb, with its
+# default settings, the pointer at (X, Y) of the game's screen, the window's pixels written to OUT.
+# Each CLICK (X,Y) comes first, once the picture holds still: the picture of the screen it leads to.
+#   linux-menu.sh GAME X Y OUT [CLICK...]
 set -euo pipefail
 game=$1 x=$2 y=$3 out=$4
 if [ -z "${KMVT_IN_XVFB:-}" ]; then
   KMVT_IN_XVFB=1 exec xvfb-run -a -s "-screen 0 1024x768x24" "$0" "$@"
 fi
+shift 4
 work=$(mktemp -d)
 trap 'kill "$pid" 2> /dev/null || true; rm -rf "$work"' EXIT
 cd "$work"
-XDG_STATE_HOME=$work SDL_AUDIODRIVER=dummy "$game" --window > "$work/out.txt" 2>&1 &
+XDG_STATE_HOME=$work XDG_CONFIG_HOME=$work SDL_AUDIODRIVER=dummy "$game" --window > "$work/out.txt" 2>&1 &
 pid=$!
 window=$(timeout 60 xdotool search --sync --onlyvisible --name "Project Kormaveth 2D" | head -1)
 # still: the picture once it holds still: two looks a second apart agree.
@@ -28,5 +30,9 @@ still() {
 }
 # The game places the pointer itself as it starts: the test's place comes after.
 still
+for click in "$@"; do
+  xdotool mousemove --window "$window" "${click%,*}" "${click#*,}" click 1
+  still
+done
 xdotool mousemove --window "$window" "$x" "$y"
 still

@@ -5,7 +5,9 @@
 # only). The main menu must be drawn as the Linux build draws it under Xvfb (linux-menu.sh, the
 # same pointer place); a click starts a one-player game; held keys move the player; the page's link downloads
 # the run's recording, which the Linux build's checker must replay to its end; a recording opened in
-# the page plays to the final state hash the Linux build gives it; the console shows no error.
+# the page plays to the final state hash the Linux build gives it; the controls screen names the keys
+# as the Linux build does, in the same font, and a key bound there is still bound after a reload;
+# the console shows no error.
 #   page_test.py PAGE_FOLDER LINUX_GAME LINUX_VERIFY RECORDING ARTEFACTS
 import base64, functools, glob, http.server, json, os, re, socket, struct, subprocess, sys, tempfile, threading
 import time
@@ -13,6 +15,9 @@ import urllib.parse, urllib.request
 
 POINTER = (400, 200)                 # where both pictures put the pointer, on the game's screen
 ONE_PLAYER, FIRST_CHARACTER = (160, 260), (160, 328)
+SETTINGS, CONTROLS = (160, 328), (160, 360)   # the main menu's entry, then the settings screen's
+FIRST_KEY = (445, 284)                        # player 1's first action on the controls screen
+NAME_EDGES = 150                              # blurred pixels the key names' edges may differ in
 WAIT = 60                            # seconds for anything to happen: the machine may be loaded
 
 
@@ -230,8 +235,49 @@ def check_replay(browser, linux_verify, recording):
     return [] if step == steps and reached == expected else [f"the replay in the page ended at {match.group(0)}"]
 
 
-def differing_pixels(first, second):
-    result = subprocess.run(["compare", "-metric", "AE", first, second, "null:"], capture_output=True, text=True)
+def open_controls(browser, url, artefacts, name):
+    """A fresh visit's controls screen, the pointer where the Linux picture has it."""
+    browser.call("Page.navigate", url=url)
+    time.sleep(1)
+    browser.wait_for("typeof Module !== 'undefined' && Module.calledRun === true", "the game to start again")
+    browser.evaluate("canvas.style.width = '640px'")
+    browser.canvas_png(os.path.join(artefacts, name + "-start.png"))
+    for place in (SETTINGS, CONTROLS):
+        browser.click(*place)
+        browser.canvas_png(os.path.join(artefacts, name + "-after-click.png"))
+    browser.mouse("mouseMoved", *POINTER)
+    return browser.canvas_png(os.path.join(artefacts, name + ".png"))
+
+
+def check_controls(browser, url, linux_game, artefacts):
+    """The controls screen as the Linux build draws it; a key bound there survives a reload."""
+    linux_png = os.path.abspath(os.path.join(artefacts, "linux-controls.png"))
+    subprocess.run([os.path.join(os.path.dirname(__file__), "linux-menu.sh"), os.path.abspath(linux_game),
+                    *map(str, POINTER), linux_png, "%d,%d" % SETTINGS, "%d,%d" % CONTROLS], check=True)
+    controls = open_controls(browser, url, artefacts, "web-controls")
+    # The names' edges may differ by a shade: the desktop's SDL2_ttf places the glyphs through
+    # HarfBuzz, the page's without. Blurred a little, only a name missing or moved still differs.
+    differ, blurred = differing_pixels(controls, linux_png), differing_pixels(controls, linux_png, blur=True)
+    print(f"controls screen: {differ} pixels differ from the Linux build's, {blurred} once blurred")
+    failures = [] if blurred <= NAME_EDGES else [f"the controls screen differs from the Linux build's in {blurred} pixels"]
+    browser.click(*FIRST_KEY)
+    browser.hold_key("l", "KeyL", 76, 0.2)
+    time.sleep(1)
+    kept = open_controls(browser, url, artefacts, "web-controls-kept")
+    changed = differing_pixels(controls, kept)
+    print(f"a key bound, the page reloaded: {changed} pixels of the controls screen changed")
+    return failures + ([] if changed > 0 else ["a key bound on the controls screen was forgotten by a reload"])
+
+
+def differing_pixels(first, second, blur=False):
+    """Pixels that differ; blurred, those that differ by more than a fifth."""
+    options = []
+    if blur:
+        options = ["-fuzz", "20%"]
+        for picture in (first, second):
+            subprocess.run(["convert", picture, "-blur", "0x1", picture + ".blurred.png"], check=True)
+        first, second = first + ".blurred.png", second + ".blurred.png"
+    result = subprocess.run(["compare", "-metric", "AE", *options, first, second, "null:"], capture_output=True, text=True)
     return int(float(result.stderr.split()[0]))
 
 
@@ -251,11 +297,12 @@ def main():
     subprocess.run([os.path.join(os.path.dirname(__file__), "linux-menu.sh"), os.path.abspath(linux_game),
                     *map(str, POINTER), linux_png], check=True)
     server = serve(folder)
+    url = f"http://127.0.0.1:{server.server_address[1]}/index.html"
     failures = []
     with tempfile.TemporaryDirectory() as profile:
         browser = Browser(profile)
         try:
-            browser.call("Page.navigate", url=f"http://127.0.0.1:{server.server_address[1]}/index.html")
+            browser.call("Page.navigate", url=url)
             browser.wait_for("typeof Module !== 'undefined' && Module.calledRun === true", "the game to start")
             # The canvas at its own size, so that the screenshot holds its pixels one to one.
             browser.evaluate("canvas.style.width = '640px'")
@@ -289,6 +336,7 @@ def main():
             failures += check_hidden_pauses(browser, moved, artefacts)
             failures += check_download(browser, linux_verify, artefacts)
             failures += check_replay(browser, linux_verify, recording)
+            failures += check_controls(browser, url, linux_game, artefacts)
             time.sleep(0.5)
             browser.evaluate("0")           # collects the last console events
             failures += ["console error: " + error for error in browser.errors]
