@@ -22,22 +22,19 @@ KmvtWebLibrary(PkgConfig::SDL2 SDL2)
 KmvtWebLibrary(PkgConfig::SDL2_IMAGE SDL2_image png16 z)
 KmvtWebLibrary(PkgConfig::SDL2_MIXER SDL2_mixer)
 KmvtWebLibrary(PkgConfig::SDL2_TTF SDL2_ttf freetype z)
-add_library(kmvt_web_ini STATIC ${CMAKE_CURRENT_LIST_DIR}/../input/ini/page/ini.cpp)
-add_library(PkgConfig::INIH INTERFACE IMPORTED)
-target_include_directories(PkgConfig::INIH INTERFACE ${CMAKE_CURRENT_LIST_DIR}/../input/ini/page)
-target_link_libraries(PkgConfig::INIH INTERFACE kmvt_web_ini)
 
 # KmvtMakeWebPage(TARGET): the game's link for the browser, with the resource tree and the font
 # packed beside it (the font at the path the game opens) and the page copied next to it. The
-# settings file's folder lives in the browser's storage (IDBFS).
+# page keeps no settings file: Debian's mirror serves no source of inih to build for the browser,
+# so the choices made on the settings screens last for the visit.
 function(KmvtMakeWebPage target)
   # SDL's sound and timers call these from the page's side. Written to a file, as a build tool
   # would take the dollar signs for its own.
   file(WRITE ${PROJECT_BINARY_DIR}/web-functions.json "[\"$autoResumeAudioContext\", \"$dynCall\"]\n")
   target_link_options(${target} PRIVATE
-    -sENVIRONMENT=web -sALLOW_MEMORY_GROWTH=1 -lGL -lidbfs.js
+    -sENVIRONMENT=web -sALLOW_MEMORY_GROWTH=1 -lGL
     "-sEXPORTED_FUNCTIONS=_main,_kmvt_SaveRecording"
-    "-sEXPORTED_RUNTIME_METHODS=FS,ccall,addRunDependency,removeRunDependency"
+    "-sEXPORTED_RUNTIME_METHODS=FS,ccall"
     "-sDEFAULT_LIBRARY_FUNCS_TO_INCLUDE=@${PROJECT_BINARY_DIR}/web-functions.json"
     # SHELL: keeps each option with its file, as CMake would merge the two --preload-file.
     "SHELL:--preload-file ${PROJECT_SOURCE_DIR}/resources@/resources"

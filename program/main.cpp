@@ -22,7 +22,9 @@
 #include "app/Game.h"
 #include "graphics/sdl/SdlGraphicsBackend.h"
 #include "input/Settings.h"
+#ifndef __EMSCRIPTEN__
 #include "input/ini/SettingsFile.h"
+#endif
 #include "input/sdl/SdlInputBackend.h"
 #include "log/Log.h"
 #include "log/Printable.h"
@@ -194,8 +196,10 @@ void RunGame( const cCommandLine &line, cClock &clock ) {
 	cLog::Restart( "" );		// to the console
 #endif
 	cSettings settings;
+#ifndef __EMSCRIPTEN__
 	cSettingsFile settingsFile( cSettingsFile::ChoosePath( std::getenv( "XDG_CONFIG_HOME" ), std::getenv( "HOME" ) ) );
 	settingsFile.Load( settings );
+#endif
 	cSdlWindow window( dataRoot );
 	bool fullscreen = false;
 	if ( !CreateMainWindow( line.screen, settings.startScreen, window, fullscreen ) ) {
@@ -232,7 +236,9 @@ void RunGame( const cCommandLine &line, cClock &clock ) {
 	platform.dataRoot = dataRoot;
 	platform.settings = &settings;
 	// A replay's clicks on the settings screens are the recorded player's, not this one's.
+#ifndef __EMSCRIPTEN__
 	platform.settingsStore = line.mode == cCommandLine::REPLAY ? nullptr : &settingsFile;
+#endif
 	session.Watch( game );
 	runningSession = &session;
 	const auto end = [&]() {
