@@ -35,18 +35,6 @@ bring_pointer() {
   sleep 1
 }
 
-click() {
-  xdotool mousemove --window "$window" $(($1 * scale)) $(($2 * scale))
-  sleep 0.2
-  xdotool click 1
-  sleep 0.5
-}
-
-end_game() {
-  kill -TERM "$pid"
-  expect_clean_exit
-}
-
 # crop SHOT WIDTH HEIGHT LEFT TOP OUT: a rectangle of the 640 x 480 screen out of a screenshot.
 crop() {
   "$E2E_CONVERT" "$1" -crop "$(($2 * scale))x$(($3 * scale))+$(($4 * scale))+$(($5 * scale))" +repage "$6"

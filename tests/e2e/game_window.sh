@@ -153,3 +153,17 @@ start_window_manager() {
   kill "$probe" 2>/dev/null || true
   wait "$probe" 2>/dev/null || true
 }
+
+# Clicks a point of the 640 x 480 screen in the game's window.
+click() {
+  xdotool mousemove --window "$window" $(($1 * scale)) $(($2 * scale))
+  sleep 0.2
+  xdotool click 1
+  sleep 0.5
+}
+
+# Ends the game with SIGTERM, as the desktop does, and expects it to leave cleanly.
+end_game() {
+  kill -TERM "$pid"
+  expect_clean_exit
+}

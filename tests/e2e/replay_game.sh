@@ -25,19 +25,6 @@ fail() {
 }
 command -v openbox > /dev/null && start_window_manager	# so that Alt+Enter really switches
 
-# Clicks a point of the 640 x 480 screen.
-click() {
-  xdotool mousemove --window "$window" $(($1 * scale)) $(($2 * scale))
-  sleep 0.2
-  xdotool click 1
-  sleep 0.5
-}
-
-end_game() {
-  kill -TERM "$pid"
-  expect_clean_exit
-}
-
 # 1. Record: the menus, then walking and firing, then the pause screen.
 start_game "$work/record.txt" "$game" --record "$work/game.kmr"
 sleep 0.5
