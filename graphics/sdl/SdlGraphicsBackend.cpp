@@ -29,13 +29,16 @@ uint32_t ReadBigEndian( const Uint8 *bytes ) {
 	return ( uint32_t( bytes[0] ) << 24 ) | ( uint32_t( bytes[1] ) << 16 ) | ( uint32_t( bytes[2] ) << 8 ) | bytes[3];
 }
 
-// Reads the size a PNG's header promises and puts the stream back where it was. A broken file of
-// a few bytes can promise a picture of gigabytes, which the decoder would try to allocate.
-bool HasSensiblePngSize( SDL_RWops *source ) {
+const size_t PNG_SIGNATURE_BYTES = 8;
+const size_t PNG_CHUNK_HEAD_BYTES = 8;				// length, then name
+const size_t PNG_CHUNK_CRC_BYTES = 4;
+const uint32_t PNG_LARGEST_CHUNK = 0x7FFFFFFF;		// the format's own limit on a chunk's length
+
+// Reads the size a PNG's header promises. A broken file of a few bytes can promise a picture of
+// gigabytes, which the decoder would try to allocate.
+bool HasSensiblePngSize( SDL_RWops *source, Sint64 start ) {
 	Uint8 header[24];		// signature, then the IHDR chunk's length, name, width and height
-	const Sint64 start = SDL_RWtell( source );
-	const size_t got = SDL_RWread( source, header, 1, sizeof( header ) );
-	if ( start < 0 || SDL_RWseek( source, start, RW_SEEK_SET ) < 0 || got != sizeof( header ) ) {
+	if ( SDL_RWseek( source, start, RW_SEEK_SET ) < 0 || SDL_RWread( source, header, 1, sizeof( header ) ) != sizeof( header ) ) {
 		return false;
 	}
 	if ( SDL_memcmp( header + 12, "IHDR", 4 ) != 0 ) {
@@ -44,6 +47,41 @@ bool HasSensiblePngSize( SDL_RWops *source ) {
 	const uint32_t width = ReadBigEndian( header + 16 );
 	const uint32_t height = ReadBigEndian( header + 20 );
 	return width <= MAX_PICTURE_SIDE && height <= MAX_PICTURE_SIDE && uint64_t( width ) * height <= MAX_PICTURE_PIXELS;
+}
+
+// Walks the chunks to the IEND chunk. A chunk that runs past the end of the file sends the PNG
+// decoder into minutes of inflating what is not there, so such a file is refused before decoding.
+bool HasWholePngChunks( SDL_RWops *source, Sint64 start ) {
+	const Sint64 end = SDL_RWsize( source );
+	Sint64 at = start + static_cast<Sint64>( PNG_SIGNATURE_BYTES );
+	Uint8 head[PNG_CHUNK_HEAD_BYTES];
+	while ( end >= 0 && at + static_cast<Sint64>( PNG_CHUNK_HEAD_BYTES + PNG_CHUNK_CRC_BYTES ) <= end ) {
+		if ( SDL_RWseek( source, at, RW_SEEK_SET ) < 0 || SDL_RWread( source, head, 1, sizeof( head ) ) != sizeof( head ) ) {
+			return false;
+		}
+		const uint32_t length = ReadBigEndian( head );
+		if ( length > PNG_LARGEST_CHUNK ) {
+			return false;
+		}
+		at += static_cast<Sint64>( PNG_CHUNK_HEAD_BYTES + PNG_CHUNK_CRC_BYTES + length );
+		if ( at > end ) {
+			return false;
+		}
+		if ( SDL_memcmp( head + 4, "IEND", 4 ) == 0 ) {
+			return true;
+		}
+	}
+	return false;
+}
+
+// Checks the file before the decoder sees it and puts the stream back where it was.
+bool IsPngTheGameCanRead( SDL_RWops *source ) {
+	const Sint64 start = SDL_RWtell( source );
+	if ( start < 0 ) {
+		return false;
+	}
+	const bool readable = HasSensiblePngSize( source, start ) && HasWholePngChunks( source, start );
+	return SDL_RWseek( source, start, RW_SEEK_SET ) >= 0 && readable;
 }
 
 Uint8 Channel( uint32_t argb, int shift ) {
@@ -183,14 +221,15 @@ SDL_Surface *cSdlGraphicsBackend::LoadKeyedSurface( const char *path, bool useKe
 
 // Takes the stream over and closes it. Only the PNG decoder is asked: every picture of the game is
 // a PNG, and a file is then never handed to SDL_image's other decoders, whose GIF reader crashes on
-// some broken files. A header that promises a giant picture is refused before decoding.
+// some broken files. A header that promises a giant picture, or a file cut short, is refused
+// before decoding.
 SDL_Surface *cSdlGraphicsBackend::LoadKeyedSurface( SDL_RWops *source, bool useKey, uint32_t colourKey ) {
 	if ( source == nullptr ) {
 		return nullptr;
 	}
-	if ( !HasSensiblePngSize( source ) ) {
+	if ( !IsPngTheGameCanRead( source ) ) {
 		SDL_RWclose( source );
-		SDL_SetError( "the picture is not a PNG of a size the game can use" );
+		SDL_SetError( "the picture is not a whole PNG of a size the game can use" );
 		return nullptr;
 	}
 	SDL_Surface *loaded = IMG_LoadPNG_RW( source );

@@ -14,6 +14,9 @@
 //                                        decoder ask for 3.6 GB before it found the data short;
 //                                        a header promising more than the game's largest picture
 //                                        is now refused before decoding.
+//   picture/png-data-past-its-end.png    181 bytes whose data chunk claims 63,049: the decoder
+//                                        inflated for 20 s; a file whose chunks run past its end
+//                                        is now refused before decoding.
 
 #include <SDL.h>
 #include <SDL_image.h>
