@@ -2,7 +2,8 @@
 // Measures one whole frame of the running game's drawing on SDL's software renderer into an
 // off-screen surface: a busy view with 24 enemies, shots, explosions, items and both HUDs, over
 // the level's map and over a map that draws all three tile layers in every cell; the level's map
-// also drawn tile by tile, as before the tile cache.
+// also drawn tile by tile, as before the tile cache, and at 1x, scaled to a 2x window and to a
+// 1920 x 1080 screen, with the view still and scrolling.
 //   bench-render [--resources=FOLDER] [benchmark options]
 // FOLDER holds resources/ (the working directory by default). The figure to read is the median.
 
@@ -23,9 +24,15 @@ const int32_t CAMERA_X = 16;		// in pixels: off the cell edges, so 21 x 16 cells
 const int32_t CAMERA_Y = 1910;
 const int REPETITIONS = 15;
 
-void RenderFrames( benchmark::State &state, cOffscreenFrame &frame, cBusyWorld &world ) {
+// A scrolling view moves the camera a pixel every frame, back and forth, so that every row of
+// the frame changes; a still one shows the same frame again, as a view does where the player stands.
+void RenderFrames( benchmark::State &state, cOffscreenFrame &frame, cBusyWorld &world, bool scrolling ) {
+	int32_t step = 0;
 	for ( auto _ : state ) {
 		world.RestartExplosions();
+		if ( scrolling ) {
+			world.GetScene().SetCameraPosition( CAMERA_X + step++ % 2, CAMERA_Y );
+		}
 		frame.Render( world );
 	}
 	state.counters["frames/s"] = benchmark::Counter( static_cast<double>( state.iterations() ), benchmark::Counter::kIsRate );
@@ -47,8 +54,10 @@ std::string TakeResourceFolder( int &argc, char **argv ) {
 	return root;
 }
 
-void Register( const char *name, cOffscreenFrame &frame, cBusyWorld &world ) {
-	benchmark::RegisterBenchmark( name, [&frame, &world]( benchmark::State &state ) { RenderFrames( state, frame, world ); } )
+void Register( const char *name, cOffscreenFrame &frame, cBusyWorld &world, bool scrolling = false ) {
+	benchmark::RegisterBenchmark( name, [&frame, &world, scrolling]( benchmark::State &state ) {
+		RenderFrames( state, frame, world, scrolling );
+	} )
 		->Unit( benchmark::kMicrosecond )
 		->Repetitions( REPETITIONS )
 		->ReportAggregatesOnly( true );
@@ -61,7 +70,9 @@ int main( int argc, char **argv ) {
 	benchmark::Initialize( &argc, argv );
 	cOffscreenFrame frame;
 	cOffscreenFrame tileByTile;
-	if ( !frame.Load( root ) || !tileByTile.Load( root ) ) {
+	cOffscreenFrame twice( 2 * VIEW_WIDTH, 2 * VIEW_HEIGHT );
+	cOffscreenFrame fullHd( 1920, 1080 );
+	if ( !frame.Load( root ) || !tileByTile.Load( root ) || !twice.Load( root ) || !fullHd.Load( root ) ) {
 		return 1;
 	}
 	tileByTile.SetCachedTiles( false );
@@ -71,6 +82,12 @@ int main( int argc, char **argv ) {
 		levelWorld.reset( new cBusyWorld( std::move( level ), CAMERA_X, CAMERA_Y ) );
 		Register( "Render/busy-frame-level-map", frame, *levelWorld );
 		Register( "Render/busy-frame-level-map-tile-by-tile", tileByTile, *levelWorld );
+		for ( bool scrolling : { false, true } ) {
+			const std::string view = scrolling ? "-scrolling" : "-still";
+			Register( ( "Render/busy-frame-level-map" + view ).c_str(), frame, *levelWorld, scrolling );
+			Register( ( "Render/busy-frame-level-map-1280x960" + view ).c_str(), twice, *levelWorld, scrolling );
+			Register( ( "Render/busy-frame-level-map-1920x1080" + view ).c_str(), fullHd, *levelWorld, scrolling );
+		}
 	}
 	cBusyWorld fullWorld( cBusyWorld::MakeFullLayersScene( frame.GetTileCount() ), CAMERA_X, CAMERA_Y );
 	Register( "Render/busy-frame-all-layers-full", frame, fullWorld );

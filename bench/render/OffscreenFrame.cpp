@@ -10,8 +10,8 @@
 #include "world/Grid.h"
 #include "world/Scene.h"
 
-cOffscreenFrame::cOffscreenFrame()
-	: surface( SDL_CreateRGBSurfaceWithFormat( 0, VIEW_WIDTH, VIEW_HEIGHT, 32, SDL_PIXELFORMAT_ARGB8888 ) ) {
+cOffscreenFrame::cOffscreenFrame( int width, int height )
+	: surface( SDL_CreateRGBSurfaceWithFormat( 0, width, height, 32, SDL_PIXELFORMAT_ARGB8888 ) ) {
 	if ( surface != nullptr ) {
 		backend.reset( new cSdlGraphicsBackend( surface ) );
 	}

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
-// The game's drawing on SDL's software renderer into a 640 x 480 surface of its own: no window,
-// no display. For the renderer's benchmark and for snapshots of a frame as a PNG.
+// The game's drawing on SDL's software renderer into a surface of its own, 640 x 480 or the size of
+// a window it is scaled to: no window, no display. For the renderer's benchmark and for snapshots
+// of a frame as a PNG.
 
 #include <SDL.h>
 
@@ -11,12 +12,13 @@
 
 #include "graphics/GraphicsLayer.h"
 #include "graphics/sdl/SdlGraphicsBackend.h"
+#include "world/Grid.h"
 
 class cBusyWorld;
 
 class cOffscreenFrame {
 public:
-						cOffscreenFrame();
+	explicit			cOffscreenFrame( int width = VIEW_WIDTH, int height = VIEW_HEIGHT );
 						~cOffscreenFrame();
 						cOffscreenFrame( const cOffscreenFrame & ) = delete;
 	cOffscreenFrame &	operator=( const cOffscreenFrame & ) = delete;

@@ -129,6 +129,12 @@ bool IsSoftwareOpenGl( SDL_Renderer *renderer ) {
 	return false;
 }
 
+bool IsDrawnByProcessor( SDL_Renderer *renderer ) {
+	SDL_RendererInfo info;
+	return SDL_GetRendererInfo( renderer, &info ) != 0 || ( info.flags & SDL_RENDERER_SOFTWARE ) != 0 ||
+		   IsSoftwareOpenGl( renderer );
+}
+
 }
 
 cSdlGraphicsBackend::cSdlGraphicsBackend( const cSdlWindow &gameWindow ) : window( &gameWindow ) {
@@ -150,16 +156,21 @@ bool cSdlGraphicsBackend::Fail( const char *call ) {
 
 bool cSdlGraphicsBackend::CreateDevice( bool ) {
 	if ( target != nullptr ) {
-		renderer = SDL_CreateSoftwareRenderer( target );
+		if ( !scaleOnce || !CreateProcessorFrame( target ) ) {
+			renderer = SDL_CreateSoftwareRenderer( target );
+		}
 	} else if ( window != nullptr && window->GetWindow() != nullptr ) {
 		renderer = SDL_CreateRenderer( window->GetWindow(), -1, SDL_RENDERER_ACCELERATED | SDL_RENDERER_PRESENTVSYNC );
-		// Unless SDL_RENDER_DRIVER names one, OpenGL drawn by the processor gives way to SDL's software
-		// renderer, whose frame then goes to the window through X's shared memory rather than
-		// through yet another OpenGL texture.
-		if ( renderer != nullptr && SDL_GetHint( SDL_HINT_RENDER_DRIVER ) == nullptr && IsSoftwareOpenGl( renderer ) ) {
-			SDL_DestroyRenderer( renderer );
-			renderer = nullptr;
+		// Unless SDL_RENDER_DRIVER names one, a renderer drawn by the processor (SDL's software one,
+		// or OpenGL drawn by the processor) gives way to the game's own frame, scaled into the
+		// window's surface, which goes to the window through X's shared memory.
+		if ( renderer == nullptr || ( SDL_GetHint( SDL_HINT_RENDER_DRIVER ) == nullptr && IsDrawnByProcessor( renderer ) ) ) {
+			if ( renderer != nullptr ) {
+				SDL_DestroyRenderer( renderer );
+				renderer = nullptr;
+			}
 			SDL_SetHint( SDL_HINT_FRAMEBUFFER_ACCELERATION, "0" );
+			CreateProcessorFrame( SDL_GetWindowSurface( window->GetWindow() ) );
 		}
 		if ( renderer == nullptr ) {
 			renderer = SDL_CreateRenderer( window->GetWindow(), -1, SDL_RENDERER_SOFTWARE );
@@ -168,10 +179,8 @@ bool cSdlGraphicsBackend::CreateDevice( bool ) {
 	if ( renderer == nullptr ) {
 		return Fail( "SDL_CreateRenderer()" );
 	}
-	SDL_RendererInfo info;
-	drawnByProcessor = SDL_GetRendererInfo( renderer, &info ) != 0 || ( info.flags & SDL_RENDERER_SOFTWARE ) != 0 ||
-						IsSoftwareOpenGl( renderer );
-	if ( !CreateFrame() && SDL_RenderSetLogicalSize( renderer, VIEW_WIDTH, VIEW_HEIGHT ) != 0 ) {
+	drawnByProcessor = IsDrawnByProcessor( renderer );
+	if ( processorFrame == nullptr && !CreateFrame() && SDL_RenderSetLogicalSize( renderer, VIEW_WIDTH, VIEW_HEIGHT ) != 0 ) {
 		return Fail( "SDL_RenderSetLogicalSize()" );
 	}
 	// The window waited hidden until now: making the renderer may have made SDL replace it.
@@ -179,6 +188,20 @@ bool cSdlGraphicsBackend::CreateDevice( bool ) {
 		SDL_ShowWindow( window->GetWindow() );
 	}
 	return true;
+}
+
+// The frame as a surface of the output's pixel format, and SDL's software renderer drawing into it.
+bool cSdlGraphicsBackend::CreateProcessorFrame( SDL_Surface *output ) {
+	if ( output == nullptr || output->format->BytesPerPixel != 4 ) {
+		return false;
+	}
+	processorFrame = SDL_CreateRGBSurfaceWithFormat( 0, VIEW_WIDTH, VIEW_HEIGHT, 32, output->format->format );
+	renderer = processorFrame != nullptr ? SDL_CreateSoftwareRenderer( processorFrame ) : nullptr;
+	if ( renderer == nullptr ) {
+		SDL_FreeSurface( processorFrame );
+		processorFrame = nullptr;
+	}
+	return renderer != nullptr;
 }
 
 // Without a frame texture every draw is scaled by the renderer's logical size instead, pixel for
@@ -209,6 +232,8 @@ void cSdlGraphicsBackend::ReleaseDevice() {
 		SDL_DestroyRenderer( renderer );
 		renderer = nullptr;
 	}
+	SDL_FreeSurface( processorFrame );		// after its renderer
+	processorFrame = nullptr;
 }
 
 SDL_Surface *cSdlGraphicsBackend::LoadKeyedSurface( const char *path, bool useKey, uint32_t colourKey ) {
@@ -290,9 +315,7 @@ void cSdlGraphicsBackend::BeginFrame( uint32_t clearColour ) {
 	if ( renderer == nullptr ) {
 		return;
 	}
-	if ( frame != nullptr ) {
-		SDL_SetRenderTarget( renderer, frame );
-	}
+	SDL_SetRenderTarget( renderer, frame );
 	SDL_SetRenderDrawColor( renderer, Channel( clearColour, 16 ), Channel( clearColour, 8 ),
 							Channel( clearColour, 0 ), Channel( clearColour, 24 ) );
 	SDL_RenderClear( renderer );
@@ -331,6 +354,9 @@ void cSdlGraphicsBackend::Blit( cTexture *texture, const cRect &source, float x,
 
 // The window's, or the off-screen surface's.
 Uint32 cSdlGraphicsBackend::GetFramePixelFormat() const {
+	if ( processorFrame != nullptr ) {
+		return processorFrame->format->format;
+	}
 	return target != nullptr ? target->format->format : SDL_GetWindowPixelFormat( window->GetWindow() );
 }
 
@@ -370,10 +396,35 @@ void cSdlGraphicsBackend::EndFrame() {
 	if ( renderer == nullptr ) {
 		return;
 	}
+	if ( processorFrame != nullptr ) {
+		PresentProcessorFrame();
+		return;
+	}
 	if ( frame != nullptr ) {
 		PresentFrame();
 	}
 	SDL_RenderPresent( renderer );
+}
+
+// The output is the off-screen surface or the window's, whose size follows the window's. SDL's
+// stretch stands in for the game's own scaling only if the window's surface changed its format.
+void cSdlGraphicsBackend::PresentProcessorFrame() {
+	SDL_Surface *output = target != nullptr ? target : SDL_GetWindowSurface( window->GetWindow() );
+	if ( output == nullptr ) {
+		return;
+	}
+	SDL_Rect picture = cSdlWindow::FitPicture( output->w, output->h );
+	const Uint32 black = SDL_MapRGB( output->format, 0, 0, 0 );
+	if ( output->format->format == processorFrame->format->format && SDL_LockSurface( output ) == 0 ) {
+		scaler.Scale( *processorFrame, *output, picture, black );
+		SDL_UnlockSurface( output );
+	} else {
+		SDL_FillRect( output, nullptr, black );
+		SDL_BlitScaled( processorFrame, nullptr, output, &picture );
+	}
+	if ( target == nullptr ) {
+		SDL_UpdateWindowSurface( window->GetWindow() );
+	}
 }
 
 // The frame, scaled to the largest 4:3 picture that fits, black bars around it when it does not

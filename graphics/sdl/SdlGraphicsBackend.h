@@ -2,15 +2,18 @@
 #pragma once
 // The drawing over SDL's 2-D renderer: the game's window (accelerated with vsync where the machine
 // has a graphics card, SDL's software renderer otherwise, OpenGL drawn by the processor included)
-// or an off-screen surface for tests and benchmarks. A frame is drawn at 640 x 480 into a texture
+// or an off-screen surface for tests and benchmarks. A frame is drawn at 640 x 480 into a picture
 // of its own and scaled to the window or the surface in one copy when it is presented, so that a
-// bigger window costs one scaled copy a frame rather than a scaled draw of every picture.
+// bigger window costs one scaled copy a frame rather than a scaled draw of every picture: on a
+// graphics card the picture is a texture; drawn by the processor it is a surface of SDL's software
+// renderer, scaled by the game itself into the window's own surface.
 
 #include <SDL.h>
 
 #include <string>
 
 #include "graphics/GraphicsBackend.h"
+#include "graphics/sdl/FrameScaler.h"
 #include "graphics/sdl/SdlTextWriter.h"
 
 class cSdlWindow;
@@ -49,7 +52,9 @@ private:
 	bool			Fail( const char *call );
 	Uint32			GetFramePixelFormat() const;
 	bool			CreateFrame();
+	bool			CreateProcessorFrame( SDL_Surface *output );
 	void			PresentFrame();
+	void			PresentProcessorFrame();
 	void			Blit( cTexture *texture, const cRect &source, float x, float y, uint32_t tint, SDL_BlendMode blend );
 
 	const cSdlWindow *	window = nullptr;	// not owned
@@ -59,6 +64,10 @@ private:
 	// The 640 x 480 picture; null where the device cannot draw into textures (draws then go straight
 	// out, scaled each by the renderer's logical size) or when not asked for.
 	SDL_Texture *		frame = nullptr;
+	// The 640 x 480 picture the software renderer draws into, where the output is drawn by the
+	// processor and the frame is scaled once; then frame is null.
+	SDL_Surface *		processorFrame = nullptr;
+	cFrameScaler		scaler;
 	bool				scaleOnce = true;
 	bool				drawnByProcessor = false;	// SDL's software renderer, or OpenGL without a card
 	std::string			errorCode;
