@@ -12,6 +12,13 @@ cRollback::cRollback( cGame &game, cLockstep &lockstep, tRun run, tConfirm confi
 	  slots( MAX_GUESS + 1 ) {
 }
 
+void cRollback::SetInput( cOnlineInput *input ) {
+	this->input = input;
+	if ( input != nullptr ) {
+		input->SetHolding( true );
+	}
+}
+
 uint32_t cRollback::ChooseLocalDelay( uint32_t roundTrip ) {
 	return std::min( roundTrip / LOCAL_DELAY_TRIP, MAX_LOCAL_DELAY );
 }
@@ -42,7 +49,13 @@ void cRollback::Play( uint64_t step, bool again ) {
 	if ( recorder != nullptr ) {
 		recorder->Mark( slot.recorded );
 	}
+	if ( input != nullptr ) {
+		input->TakeRequests();		// a restore's, not a step's
+	}
 	slot.going = run( step, slot.own, slot.partner, again );
+	if ( input != nullptr ) {
+		slot.requests = input->TakeRequests();
+	}
 }
 
 void cRollback::GoBack( uint64_t step ) {
@@ -96,6 +109,9 @@ void cRollback::ConfirmDue() {
 		lockstep.Confirm( own, partner );
 		assert( GetSlot( step ).known && partner == GetSlot( step ).partner );
 		ended = !GetSlot( step ).going;
+		if ( input != nullptr ) {
+			input->Do( GetSlot( step ).requests );
+		}
 		if ( step + 1 == newest || ( looks && !looks( step ) ) ) {
 			confirm( step, own, partner );
 			continue;
