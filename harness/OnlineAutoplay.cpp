@@ -23,8 +23,8 @@ namespace {
 const int64_t NSEC_PER_MSEC = 1000000;
 const int64_t STEP_TIME = cGame::FRAME_TIME * NSEC_PER_MSEC;
 const int ENTRY_QUIT = 5;
-const int QUIT_FRAMES = 2000;			// more than a guessed end taken back and the real end screen need
 const int CLICK_EVERY = 100;			// frames between two clicks on Quit at the main menu
+const int ENTRY_LEAVE = 5;				// on the pause screen: back to the main menu
 const uint64_t REPORT_STEPS = 200;			// online steps between two lines on how the line goes
 
 // The steps of the program on the real clock, one every 15 msec, as the game's frame loop paces them.
@@ -45,6 +45,31 @@ private:
 	int64_t			deadline;
 };
 
+// Played ahead of the partner, what the host's bot saw may have been a guess that a correction
+// took back: an end screen (its Escape then paused the real game), even the main menu. Until the
+// online game is over, the bot follows what the game shows: it plays on, waits out an end screen,
+// leaves the pause and clicks Quit at the main menu; a click that a correction takes back is given
+// again. The quit ends the online game once its step is confirmed.
+void FollowToQuit( cHeadlessGame &headless, const cNetSession &session, const cGameSetup &setup ) {
+	cBot bot( 0, setup.bot );
+	for ( int frame = 0; session.IsOnline() && frame < setup.frameLimit; frame++ ) {
+		const int32_t state = headless.GetGame().GetGameState();
+		const int entry = state == STATE_MAIN_MENU ? ENTRY_QUIT : ( state == STATE_PAUSE ? ENTRY_LEAVE : 0 );
+		if ( entry != 0 && frame % CLICK_EVERY == 0 ) {
+			const cRect &rect = MENU_ENTRIES[entry - 1];
+			headless.Click( ( rect.left + rect.right ) / 2, ( rect.top + rect.bottom ) / 2 );
+			continue;
+		}
+		headless.GetInput().ReleaseAllKeys();
+		if ( state == STATE_PLAYING ) {
+			PressBotKeys( headless, 0, bot.Think( headless.GetGame() ) );
+		}
+		if ( !headless.Step() ) {
+			break;
+		}
+	}
+}
+
 // The host's bot plays one game of two players through the menus and then quits from the main menu.
 bool PlayAsHost( cHeadlessGame &headless, const cNetSession &session, const cOnlineOptions &options ) {
 	cGameSetup setup = options.setup;
@@ -56,16 +81,7 @@ bool PlayAsHost( cHeadlessGame &headless, const cNetSession &session, const cOnl
 	cGameResult result;
 	const bool played = autoplay.Play( setup, result );
 	std::printf( "game   1: %s\n", DescribeResult( setup, result ).c_str() );
-	// Played ahead of the partner, the end the bot saw may have been a guess that a correction took
-	// back: the bot clicks Quit whenever the game shows the main menu, until the online game is over.
-	const cRect &quit = MENU_ENTRIES[ENTRY_QUIT - 1];
-	for ( int frame = 0; played && session.IsOnline() && frame < QUIT_FRAMES; frame++ ) {
-		if ( headless.GetGame().GetGameState() == STATE_MAIN_MENU && frame % CLICK_EVERY == 0 ) {
-			headless.Click( ( quit.left + quit.right ) / 2, ( quit.top + quit.bottom ) / 2 );
-		} else if ( !headless.Step() ) {
-			break;
-		}
-	}
+	FollowToQuit( headless, session, setup );
 	return played;
 }
 
