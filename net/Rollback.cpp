@@ -37,17 +37,20 @@ bool cRollback::Step( const cStepInput &sampled ) {
 	if ( !slot.known ) {
 		slot.partner = lockstep.GetLastPartnerInput();
 	}
-	Play( newest, false );
+	Play( newest, false, false );
 	newest++;
 	ConfirmDue();
 	return !ended;
 }
 
-void cRollback::Play( uint64_t step, bool again ) {
+// A step played again right after going back to its save has that save already.
+void cRollback::Play( uint64_t step, bool again, bool saved ) {
 	cSlot &slot = GetSlot( step );
-	game.Save( slot.before );
-	if ( recorder != nullptr ) {
-		recorder->Mark( slot.recorded );
+	if ( !saved ) {
+		game.Save( slot.before );
+		if ( recorder != nullptr ) {
+			recorder->Mark( slot.recorded );
+		}
 	}
 	if ( input != nullptr ) {
 		input->TakeRequests();		// a restore's, not a step's
@@ -90,7 +93,7 @@ bool cRollback::Correct() {
 		GoBack( wrong );
 		uint64_t step = wrong;
 		for ( ; step < newest && ( step == wrong || GetSlot( step - 1 ).going ); step++ ) {
-			Play( step, true );
+			Play( step, true, step == wrong );
 			stepsAgain++;
 		}
 		newest = step;			// a step that ends the game now ends the steps played

@@ -85,7 +85,7 @@ private:
 
 	cSlot &				GetSlot( uint64_t step ) { return slots[step % slots.size()]; }
 	const cSlot &		GetSlot( uint64_t step ) const { return slots[step % slots.size()]; }
-	void				Play( uint64_t step, bool again );
+	void				Play( uint64_t step, bool again, bool saved );
 	void				GoBack( uint64_t step );
 	void				ConfirmDue();
 	void				BeQuiet( bool on ) const;
