@@ -4,6 +4,7 @@
 #include <cinttypes>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <memory>
 
 #include "actors/GameState.h"
@@ -142,6 +143,10 @@ int PlayOnline( const cOnlineOptions &options ) {
 	} letGo { headless };
 	cPacer pacer( time );
 	const uint64_t skewStep = GetSkewStep();
+	// The CPU time of the online game's own work (steps played and again, saves, packets), without
+	// the bot's thinking, the drawing and the pacing; and the step times it ran in.
+	std::clock_t sessionTime = 0;
+	uint64_t sessionFrames = 0;
 	// One step of the game each call, however long the partner keeps it waiting; false once the
 	// online game is over.
 	headless.SetStepRunner( [&]( cGame &game ) {
@@ -149,7 +154,10 @@ int PlayOnline( const cOnlineOptions &options ) {
 		bool going = true;
 		while ( going && session.IsOnline() && session.GetFigures().steps == before ) {
 			pacer.Wait();
+			const std::clock_t start = std::clock();
 			going = session.Step( game );
+			sessionTime += std::clock() - start;
+			sessionFrames++;
 		}
 		const cNetFigures &figures = session.GetFigures();
 		if ( skewStep != 0 && before < skewStep && figures.steps >= skewStep ) {
@@ -196,6 +204,8 @@ int PlayOnline( const cOnlineOptions &options ) {
 				 figures.delay, meanDelay, figures.roundTrip, figures.waitedSlots, figures.badPackets, figures.stepsAgain,
 				 figures.frames, figures.mostStepsAgain, figures.jumps, figures.jumpLength, figures.longestJump,
 				 figures.finalHash );
+	std::printf( "Online game CPU: %.3f ms per step time\n",
+				 sessionFrames > 0 ? 1000.0 * static_cast<double>( sessionTime ) / CLOCKS_PER_SEC / static_cast<double>( sessionFrames ) : 0.0 );
 	const bool atMenu = headless.GetGame().GetGameState() == STATE_MAIN_MENU && headless.GetGame().GetScene() == nullptr;
 	std::printf( "%s\n", atMenu ? "Back at the main menu, alone" : "Not back at the main menu" );
 	return atMenu && figures.steps > 0 ? 0 : 1;
