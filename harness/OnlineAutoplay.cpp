@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "harness/OnlineAutoplay.h"
 
+#include <algorithm>
 #include <cinttypes>
 #include <cstdio>
 #include <cstdlib>
@@ -8,9 +9,11 @@
 #include <memory>
 
 #include "actors/GameState.h"
+#include "app/Config.h"
 #include "app/MenuEntries.h"
 #include "harness/Bot.h"
 #include "harness/HeadlessGame.h"
+#include "input/Keyboard.h"
 #include "net/Handshake.h"
 #include "net/NetSession.h"
 #include "net/Packet.h"
@@ -104,6 +107,62 @@ void PlayAsPartner( cHeadlessGame &headless, const cNetSession &session, const c
 	}
 }
 
+// The felt delay: the step times from a key of this machine's player going down on the platform to
+// the first step the game shows that reads it down, one key at a time. Only a key that was up for
+// longer than any delay is followed, so that an earlier press still on its way is not taken for it.
+class cFeltDelay {
+public:
+	explicit cFeltDelay( int player ) : player( static_cast<uint32_t>( player ) ) {}
+
+	// Before a step time: a key that went down since the last one is followed, unless one is.
+	void Sample( cHeadlessGame &headless ) {
+		uint32_t keys[cConfig::KEYS_PER_PLAYER] = {};
+		headless.GetGame().GetConfig().GetKeys( player, keys );
+		uint8_t state[cStepInput::KEY_COUNT] = {};
+		headless.GetInput().ReadKeyboard( state );
+		for ( uint32_t key : keys ) {
+			const bool down = ( state[key] & 0x80 ) != 0;
+			if ( down && !held[key] && followed < 0 && slots - upSince[key] > QUIET_SLOTS ) {
+				followed = static_cast<int>( key );
+				pressed = slots;
+			}
+			if ( !down && held[key] ) {
+				upSince[key] = slots;
+			}
+			held[key] = down;
+		}
+	}
+	// After a step time.
+	void Shown( const cGame &game ) {
+		slots++;
+		const cKeyboard *keyboard = game.GetInputLayer().GetKeyboard();
+		if ( followed >= 0 && keyboard != nullptr && keyboard->KeyDown( followed ) ) {
+			const uint64_t felt = slots - pressed - 1;
+			total += felt;
+			most = std::max( most, felt );
+			count++;
+			followed = -1;
+		}
+	}
+	void Print() const {
+		std::printf( "Felt delay: %.2f step times on average, %" PRIu64 " at most, over %" PRIu64 " key presses\n",
+					 count > 0 ? static_cast<double>( total ) / static_cast<double>( count ) : 0.0, most, count );
+	}
+
+private:
+	static constexpr uint64_t QUIET_SLOTS = 2 * cPacket::MAX_DELAY;
+
+	uint32_t		player;
+	bool			held[cStepInput::KEY_COUNT] = {};
+	uint64_t		upSince[cStepInput::KEY_COUNT] = {};	// the step time a key last went up
+	int				followed = -1;
+	uint64_t		pressed = 0;
+	uint64_t		slots = 0;
+	uint64_t		total = 0;
+	uint64_t		most = 0;
+	uint64_t		count = 0;
+};
+
 // The out-of-step test's build plays one extra step of its own at the step that KMVT_SKEW_AT_STEP
 // names, a rule its partner does not play; every other build plays the same game as its partner.
 uint64_t GetSkewStep() {
@@ -147,6 +206,7 @@ int PlayOnline( const cOnlineOptions &options ) {
 	// the bot's thinking, the drawing and the pacing; and the step times it ran in.
 	std::clock_t sessionTime = 0;
 	uint64_t sessionFrames = 0;
+	cFeltDelay felt( options.host ? 1 : 2 );
 	// One step of the game each call, however long the partner keeps it waiting; false once the
 	// online game is over.
 	headless.SetStepRunner( [&]( cGame &game ) {
@@ -154,10 +214,12 @@ int PlayOnline( const cOnlineOptions &options ) {
 		bool going = true;
 		while ( going && session.IsOnline() && session.GetFigures().steps == before ) {
 			pacer.Wait();
+			felt.Sample( headless );
 			const std::clock_t start = std::clock();
 			going = session.Step( game );
 			sessionTime += std::clock() - start;
 			sessionFrames++;
+			felt.Shown( game );
 		}
 		const cNetFigures &figures = session.GetFigures();
 		if ( skewStep != 0 && before < skewStep && figures.steps >= skewStep ) {
@@ -206,6 +268,7 @@ int PlayOnline( const cOnlineOptions &options ) {
 				 figures.finalHash );
 	std::printf( "Online game CPU: %.3f ms per step time\n",
 				 sessionFrames > 0 ? 1000.0 * static_cast<double>( sessionTime ) / CLOCKS_PER_SEC / static_cast<double>( sessionFrames ) : 0.0 );
+	felt.Print();
 	const bool atMenu = headless.GetGame().GetGameState() == STATE_MAIN_MENU && headless.GetGame().GetScene() == nullptr;
 	std::printf( "%s\n", atMenu ? "Back at the main menu, alone" : "Not back at the main menu" );
 	return atMenu && figures.steps > 0 ? 0 : 1;

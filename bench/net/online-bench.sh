@@ -7,11 +7,13 @@
 # steps), the bytes per second each way (UDP payload, counted by the relay) and the time from the
 # partner's start to the shared main menu, the host's CPU time per frame, and the steps played again
 # after corrections (per frame: mean and most) with the partner's figure's jumps (how many, mean
-# and longest, in the game's units), and the CPU time of the online game's own work per step time
-# (the steps played and played again, the saves, the packets: without the bot, the drawing and
-# the pacing, which both ways of playing share). KMVT_ONLINE_TRIPS, KMVT_ONLINE_LOSSES and KMVT_ONLINE_JITTER
-# (ms either way) choose other lines; KMVT_ONLINE_LOCKSTEP=1 plays in lockstep with the delay the
-# host would measure, (round trip + 20) / 15 + 1, fixed with --delay.
+# and longest, in the game's units), the felt delay measured on the host (step times from its
+# bot's key going down to the first step shown that reads it: mean and most), and the CPU time of
+# the online game's own work per step time (the steps played and played again, the saves, the
+# packets: without the bot, the drawing and the pacing, which both ways of playing share).
+# KMVT_ONLINE_TRIPS, KMVT_ONLINE_LOSSES and KMVT_ONLINE_JITTER (ms either way) choose other lines;
+# KMVT_ONLINE_LOCKSTEP=1 plays in lockstep with the delay the host would measure,
+# (round trip + 20) / 15 + 1, fixed with --delay.
 #   bench/net/online-bench.sh AUTOPLAY RELAY RESOURCES
 set -euo pipefail
 autoplay=$1 relay=$2 resources=$3
@@ -29,8 +31,8 @@ after() { awk -v phrase="$2" 'index($0, phrase) { rest = substr($0, index($0, ph
   if (match(rest, /[0-9]+(\.[0-9]+)?/)) { print substr(rest, RSTART, RLENGTH); exit } }' "$1"; }
 
 jitter=${KMVT_ONLINE_JITTER:-0}
-echo "| round trip | jitter | loss | input delay D | mean D | steps | steps/s | step times waited | per 100 steps | bytes/s host to partner | bytes/s partner to host | --join to the shared main menu | host CPU per frame | steps again per frame (mean, most) | figure jumps (count, mean, longest) | game CPU per step time |"
-echo "|---|---|---|---|---|---|---|---|---|---|---|---|---|---|---|---|"
+echo "| round trip | jitter | loss | input delay D | mean D | steps | steps/s | step times waited | per 100 steps | bytes/s host to partner | bytes/s partner to host | --join to the shared main menu | host CPU per frame | steps again per frame (mean, most) | figure jumps (count, mean, longest) | felt delay (mean, most) | game CPU per step time |"
+echo "|---|---|---|---|---|---|---|---|---|---|---|---|---|---|---|---|---|"
 for trip in ${KMVT_ONLINE_TRIPS:-0 50 100 200}; do
   for loss in ${KMVT_ONLINE_LOSSES:-0 5}; do
     port=$(( port + 2 ))
@@ -53,7 +55,7 @@ for trip in ${KMVT_ONLINE_TRIPS:-0 50 100 200}; do
     waited=$(sed -n 's/^Online game over .* \([0-9]*\) step times waited.*/\1/p' "$out")
     again=$(sed -n 's/^Online game over .* \([0-9]*\) steps played again in \([0-9]*\) step times (at most \([0-9]*\)), the partner.s figure moved by \([0-9]*\) corrections (\([0-9]*\) in all, at most \([0-9]*\)).*/\1 \2 \3 \4 \5 \6/p' "$out")
     read -r again_steps frames most jumps jumped longest <<< "${again:-0 0 0 0 0 0}"
-    printf "| %s ms | ±%s ms | %s %% | %s | %s | %s | %s | %s | %s | %s | %s | %s ms | %s ms | %s, %s | %s, %s, %s | %s ms |\n" "$trip" "$jitter" "$loss" "$delay" \
+    printf "| %s ms | ±%s ms | %s %% | %s | %s | %s | %s | %s | %s | %s | %s | %s ms | %s ms | %s, %s | %s, %s, %s | %s, %s | %s ms |\n" "$trip" "$jitter" "$loss" "$delay" \
       "${mean:-$delay}" "$steps" "$(after "$out" "s (")" "$waited" \
       "$(awk -v w="${waited:-0}" -v s="${steps:-1}" 'BEGIN { printf "%.2f", 100 * w / s }')" \
       "$(rate "host to joiner" "$work/relay.txt")" "$(rate "joiner to host" "$work/relay.txt")" \
@@ -61,6 +63,6 @@ for trip in ${KMVT_ONLINE_TRIPS:-0 50 100 200}; do
       "$(tail -n 1 "$work/host/cpu.txt" | sed 's/[ms]/ /g' | awk '{ printf "%.3f", 1000 * ($1 * 60 + $2 + $3 * 60 + $4) / 2000 }')" \
       "$(awk -v a="$again_steps" -v f="$frames" 'BEGIN { printf "%.2f", ( f > 0 ? a / f : 0 ) }')" "$most" \
       "$jumps" "$(awk -v l="$jumped" -v j="$jumps" 'BEGIN { printf "%.1f", ( j > 0 ? l / j : 0 ) }')" "$longest" \
-      "$(after "$out" "Online game CPU: ")"
+      "$(after "$out" "Felt delay: ")" "$(after "$out" "on average, ")" "$(after "$out" "Online game CPU: ")"
   done
 done
