@@ -85,6 +85,7 @@ bool PlayAsHost( cHeadlessGame &headless, const cNetSession &session, const cOnl
 	cGameResult result;
 	const bool played = autoplay.Play( setup, result );
 	std::printf( "game   1: %s\n", DescribeResult( setup, result ).c_str() );
+	std::printf( "Bot CPU: %.1f ms\n", result.thinkTime );
 	FollowToQuit( headless, session, setup );
 	return played;
 }
