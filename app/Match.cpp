@@ -120,7 +120,7 @@ void cMatch::SetUp( std::unique_ptr<cScene> newScene ) {
 size_t cMatch::GetSize() const {
 	size_t size = sizeof( *this );
 	if ( scene != nullptr ) {
-		size += sizeof( cScene ) + 4 * MAP_CELLS * sizeof( int32_t );
+		size += sizeof( cScene ) + 2 * MAP_CELLS * sizeof( int32_t );	// the drawn layers are shared
 	}
 	for ( const tCharacterList *list : { players.get(), enemies.get() } ) {
 		for ( size_t i = 0; list != nullptr && i < list->size(); i++ ) {

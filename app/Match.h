@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // cMatch is the running game as a value: everything its rules read and write, apart from the
-// devices. A copy is deep: the scene and every list are copied, each enemy points at the copy's
-// player and walk layer, and a path takes the way it found without the search's working memory.
-// cGame holds the live one; a saved one also holds what the devices keep for the game (the
-// cursor, the music, the heartbeat, the keys of the last step of play), so that putting it back
-// puts back everything the state hash reads and everything the next step reads. The clocks are
-// not held: the rules read the tick count and the calendar second of the step being run, which
-// the clock installed for the game gives (online, derived from the step number); the random draws
-// are seeded from that second in the pass that makes them.
+// devices. A copy is deep: the scene (but for its drawn layers, which never change and are shared)
+// and every list are copied, each enemy points at the copy's player and walk layer, and a path
+// takes the way it found without the search's working memory. cGame holds the live one; a saved
+// one also holds what the devices keep for the game (the cursor, the music, the heartbeat, the
+// keys of the last step of play), so that putting it back puts back everything the state hash
+// reads and everything the next step reads. The clocks are not held: the rules read the tick count
+// and the calendar second of the step being run, which the clock installed for the game gives
+// (online, derived from the step number); the random draws are seeded from that second in the pass
+// that makes them.
 
 #include <cstdint>
 #include <memory>

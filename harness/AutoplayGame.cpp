@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <chrono>
 #include <cstdio>
+#include <ctime>
 #include <memory>
 #include <numeric>
 
@@ -178,6 +179,7 @@ void cAutoplayGame::RunPlay( const cGameSetup &setup, cGameResult &result ) {
 	bool wasDown[2] = { false, false };
 	const uint32_t startTick = headless.GetClock().GetTickCount();
 	while ( headless.GetGame().GetGameState() == STATE_PLAYING && result.frames < setup.frameLimit ) {
+		const std::clock_t thinking = std::clock();
 		for ( size_t player = 0; player < bots.size(); player++ ) {
 			if ( setup.localPlayer >= 0 && static_cast<int>( player ) != setup.localPlayer ) {
 				continue;
@@ -189,6 +191,7 @@ void cAutoplayGame::RunPlay( const cGameSetup &setup, cGameResult &result ) {
 				PressBotKeys( headless, static_cast<int>( player ), keys );
 			}
 		}
+		result.thinkTime += 1000.0 * static_cast<double>( std::clock() - thinking ) / CLOCKS_PER_SEC;
 		if ( !RunFrame( setup, startTick, result ) ) {
 			result.outcome = OUTCOME_BROKEN;
 			break;

@@ -53,6 +53,7 @@ struct cGameResult {
 	int					boxesClosed = 0;	// box cells still closed at the end
 	std::vector<double>	updateTimes;		// in usec: the processing of each frame of play
 	std::vector<double>	frameTimes;			// in usec: each whole frame of play
+	double				thinkTime = 0;		// in msec of processor time: the bots' thinking
 };
 
 class cAutoplayGame {

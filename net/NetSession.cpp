@@ -361,6 +361,7 @@ void cNetSession::Begin( cGame &game, const cStart &start ) {
 			},
 			[this, &game]( uint64_t step, const cStepInput &, const cStepInput & ) { Confirmed( game, step ); } );
 		rollback->SetRecorder( recorder.get() );
+		rollback->SetInput( &input );
 		rollback->SetQuiet( [this]( bool quiet ) { BeQuiet( quiet ); } );
 		rollback->SetLooks( []( uint64_t step ) { return cLockstep::IsHashStep( step + 1 ); } );
 	}
@@ -503,7 +504,6 @@ void cNetSession::Confirmed( cGame &game, uint64_t step ) {
 }
 
 void cNetSession::BeQuiet( bool quiet ) {
-	input.SetQuiet( quiet );
 	if ( sound != nullptr ) {
 		sound->SetQuiet( quiet );
 	}

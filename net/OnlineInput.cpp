@@ -3,6 +3,12 @@
 
 #include <algorithm>
 
+void cOnlineInput::SetPlayer( int player ) {
+	this->player = player;
+	step = cStepInput();
+	SetHolding( false );
+}
+
 cStepInput cOnlineInput::Sample() {
 	platform.TakePauseRequest();
 	uint8_t state[cStepInput::KEY_COUNT] = {};
@@ -33,18 +39,57 @@ bool cOnlineInput::ReadMouse( cMouseReading &reading ) {
 	return true;
 }
 
+// The partner's cursor stays at home: only the host's follows the game's.
 void cOnlineInput::WarpMouse( int32_t x, int32_t y ) {
-	if ( player != 2 && !quiet ) {
-		platform.WarpMouse( x, y );
+	if ( player == 2 ) {
+		return;
 	}
+	cRequests requests;
+	requests.warp = true;
+	requests.x = x;
+	requests.y = y;
+	Ask( requests );
 }
 
 bool cOnlineInput::TakePauseRequest() {
 	return IsOnline() ? false : platform.TakePauseRequest();
 }
 
+// Online, only this machine's player's pad rumbles.
 void cOnlineInput::Rumble( int hitPlayer ) {
-	if ( !IsOnline() || ( hitPlayer == player && !quiet ) ) {
+	if ( !IsOnline() ) {
 		platform.Rumble( hitPlayer );
+	} else if ( hitPlayer == player ) {
+		cRequests requests;
+		requests.rumbles = 1;
+		Ask( requests );
+	}
+}
+
+void cOnlineInput::Ask( const cRequests &requests ) {
+	if ( !holding ) {
+		Do( requests );
+		return;
+	}
+	if ( requests.warp ) {
+		held.warp = true;
+		held.x = requests.x;
+		held.y = requests.y;
+	}
+	held.rumbles += requests.rumbles;
+}
+
+cOnlineInput::cRequests cOnlineInput::TakeRequests() {
+	const cRequests taken = held;
+	held = cRequests();
+	return taken;
+}
+
+void cOnlineInput::Do( const cRequests &requests ) {
+	if ( requests.warp ) {
+		platform.WarpMouse( requests.x, requests.y );
+	}
+	for ( int i = 0; i < requests.rumbles; i++ ) {
+		platform.Rumble( player );
 	}
 }

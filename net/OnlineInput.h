@@ -13,14 +13,26 @@ public:
 	explicit		cOnlineInput( cInputBackend &platform ) : cForwardingInput( platform ) {}
 
 	// player 1 (the host) or 2 (the partner); 0 ends the online game.
-	void			SetPlayer( int player ) { this->player = player; step = cStepInput(); }
+	void			SetPlayer( int player );
 	bool			IsOnline() const { return player != 0; }
 	// This machine's player's keys and mouse now, for a step to come.
 	cStepInput		Sample();
 	// What the game reads in the step about to run.
 	void			SetStepInput( const cStepInput &input ) { step = input; }
-	// While quiet (a step played again), the game neither rumbles nor moves the platform's cursor.
-	void			SetQuiet( bool quiet ) { this->quiet = quiet; }
+
+	// What a step asked of this machine's devices: the last cursor warp and the rumbles of its
+	// player's pad.
+	struct cRequests {
+		bool		warp = false;
+		int32_t		x = 0;
+		int32_t		y = 0;
+		int			rumbles = 0;
+	};
+	// Played ahead of the partner, a step may be a guess that a correction takes back: its
+	// requests are held, taken with the step, and done once the step is confirmed.
+	void			SetHolding( bool holding ) { this->holding = holding; held = cRequests(); }
+	cRequests		TakeRequests();
+	void			Do( const cRequests &requests );
 
 	bool			ReadKeyboard( uint8_t state[256] ) override;
 	bool			ReadMouse( cMouseReading &reading ) override;
@@ -31,7 +43,10 @@ public:
 private:
 	static constexpr int HOST = 1;
 
+	void			Ask( const cRequests &requests );
+
 	int				player = 0;
-	bool			quiet = false;
+	bool			holding = false;
+	cRequests		held;
 	cStepInput		step;
 };

@@ -12,6 +12,13 @@ cRollback::cRollback( cGame &game, cLockstep &lockstep, tRun run, tConfirm confi
 	  slots( MAX_GUESS + 1 ) {
 }
 
+void cRollback::SetInput( cOnlineInput *input ) {
+	this->input = input;
+	if ( input != nullptr ) {
+		input->SetHolding( true );
+	}
+}
+
 uint32_t cRollback::ChooseLocalDelay( uint32_t roundTrip ) {
 	return std::min( roundTrip / LOCAL_DELAY_TRIP, MAX_LOCAL_DELAY );
 }
@@ -30,19 +37,28 @@ bool cRollback::Step( const cStepInput &sampled ) {
 	if ( !slot.known ) {
 		slot.partner = lockstep.GetLastPartnerInput();
 	}
-	Play( newest, false );
+	Play( newest, false, false );
 	newest++;
 	ConfirmDue();
 	return !ended;
 }
 
-void cRollback::Play( uint64_t step, bool again ) {
+// A step played again right after going back to its save has that save already.
+void cRollback::Play( uint64_t step, bool again, bool saved ) {
 	cSlot &slot = GetSlot( step );
-	game.Save( slot.before );
-	if ( recorder != nullptr ) {
-		recorder->Mark( slot.recorded );
+	if ( !saved ) {
+		game.Save( slot.before );
+		if ( recorder != nullptr ) {
+			recorder->Mark( slot.recorded );
+		}
+	}
+	if ( input != nullptr ) {
+		input->TakeRequests();		// a restore's, not a step's
 	}
 	slot.going = run( step, slot.own, slot.partner, again );
+	if ( input != nullptr ) {
+		slot.requests = input->TakeRequests();
+	}
 }
 
 void cRollback::GoBack( uint64_t step ) {
@@ -77,7 +93,7 @@ bool cRollback::Correct() {
 		GoBack( wrong );
 		uint64_t step = wrong;
 		for ( ; step < newest && ( step == wrong || GetSlot( step - 1 ).going ); step++ ) {
-			Play( step, true );
+			Play( step, true, step == wrong );
 			stepsAgain++;
 		}
 		newest = step;			// a step that ends the game now ends the steps played
@@ -96,6 +112,9 @@ void cRollback::ConfirmDue() {
 		lockstep.Confirm( own, partner );
 		assert( GetSlot( step ).known && partner == GetSlot( step ).partner );
 		ended = !GetSlot( step ).going;
+		if ( input != nullptr ) {
+			input->Do( GetSlot( step ).requests );
+		}
 		if ( step + 1 == newest || ( looks && !looks( step ) ) ) {
 			confirm( step, own, partner );
 			continue;

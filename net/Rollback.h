@@ -7,7 +7,8 @@
 // the partner's real input of such a step differs from the guess, the game goes back to the save
 // of the first wrong step and plays forward again to where it was, at once. A step is confirmed
 // when both its inputs are known and it was played with them: only confirmed steps go on (the
-// recording, the state hash), each with the game in the state just after it. The lockstep keeps
+// recording, the state hash, what the step asked of the devices), each with the game in the state
+// just after it. The lockstep keeps
 // the inputs, the packets and the hashes; its next step is the next step to confirm. A step that
 // ends the game (the player quit) ends it only once confirmed: until then it may be a guess's.
 
@@ -16,6 +17,7 @@
 #include <vector>
 
 #include "app/Match.h"
+#include "net/OnlineInput.h"
 #include "net/StepInput.h"
 #include "replay/Recorder.h"
 
@@ -41,6 +43,9 @@ public:
 						cRollback( cGame &game, cLockstep &lockstep, tRun run, tConfirm confirm );
 	// The recording goes back with the game (not owned; may be null).
 	void				SetRecorder( cRecorder *recorder ) { this->recorder = recorder; }
+	// The input whose requests to the devices wait for their step's confirmation (not owned; may
+	// be null): it holds them from now on.
+	void				SetInput( cOnlineInput *input );
 	void				SetQuiet( tQuiet quiet ) { this->quiet = std::move( quiet ); }
 	// Going to a confirmed step's state costs three copies of the match: only for these steps.
 	void				SetLooks( tLooks looks ) { this->looks = std::move( looks ); }
@@ -75,11 +80,12 @@ private:
 		bool			going = true;		// the step did not end the game
 		cMatch			before;				// the match before the step
 		cRecorder::cMark recorded;			// the recording before the step
+		cOnlineInput::cRequests requests;	// of the step as played
 	};
 
 	cSlot &				GetSlot( uint64_t step ) { return slots[step % slots.size()]; }
 	const cSlot &		GetSlot( uint64_t step ) const { return slots[step % slots.size()]; }
-	void				Play( uint64_t step, bool again );
+	void				Play( uint64_t step, bool again, bool saved );
 	void				GoBack( uint64_t step );
 	void				ConfirmDue();
 	void				BeQuiet( bool on ) const;
@@ -91,6 +97,7 @@ private:
 	tQuiet				quiet;
 	tLooks				looks;
 	cRecorder *			recorder = nullptr;
+	cOnlineInput *		input = nullptr;
 	std::vector<cSlot>	slots;				// steps confirmed .. newest - 1, and the one after
 	cMatch				spare;				// the newest match while a confirmed one is looked at
 	uint64_t			newest = 0;

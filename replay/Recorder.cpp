@@ -34,12 +34,12 @@ void cRecorder::BeginStep( bool pause ) {
 }
 
 void cRecorder::Mark( cMark &mark ) const {
-	mark.tape = tape;
+	tape.Mark( mark.tape );
 	mark.checkpoints = checkpoints.size();
 }
 
 void cRecorder::Rewind( const cMark &mark ) {
-	tape = mark.tape;
+	tape.Rewind( mark.tape );
 	checkpoints.resize( mark.checkpoints );
 	betweenSteps = true;
 }

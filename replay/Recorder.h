@@ -42,7 +42,7 @@ public:
 	// The recording as it is between two steps; Rewind takes back every step recorded after it,
 	// for a game that went back to its state of then.
 	struct cMark {
-		cTapeWriter		tape;
+		cTapeWriter::cMark tape;
 		size_t			checkpoints = 0;
 	};
 	void				Mark( cMark &mark ) const;

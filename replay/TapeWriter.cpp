@@ -30,7 +30,7 @@ int64_t GetDifference( int32_t from, int32_t to ) {
 }
 
 void cTapeWriter::PutTag( uint8_t tag, uint64_t argument ) {
-	PutTagTo( open, tag, argument );
+	PutTagTo( current.open, tag, argument );
 }
 
 void cTapeWriter::PutRepeats( std::vector<uint8_t> &out, uint64_t count ) {
@@ -41,32 +41,32 @@ void cTapeWriter::PutRepeats( std::vector<uint8_t> &out, uint64_t count ) {
 
 // The preamble is written as it is; a step equal to the one before it only counts a repeat.
 void cTapeWriter::CloseStep() {
-	if ( steps > 1 && open == previous ) {
-		repeats++;
+	if ( current.steps > 1 && current.open == current.previous ) {
+		current.repeats++;
 	} else {
-		PutRepeats( tape, repeats );
-		repeats = 0;
-		tape.insert( tape.end(), open.begin(), open.end() );
-		previous.swap( open );
+		PutRepeats( tape, current.repeats );
+		current.repeats = 0;
+		tape.insert( tape.end(), current.open.begin(), current.open.end() );
+		current.previous.swap( current.open );
 	}
-	open.clear();
+	current.open.clear();
 }
 
 void cTapeWriter::BeginStep( bool pause ) {
 	CloseStep();
-	steps++;
+	current.steps++;
 	PutTag( TAG_STEP, pause ? 1 : 0 );
 }
 
 void cTapeWriter::PutTick( uint32_t msec ) {
-	PutTag( TAG_TICK, cByteWriter::Zigzag( GetDifference( static_cast<int32_t>( lastTick ), static_cast<int32_t>( msec ) ) ) );
-	lastTick = msec;
+	PutTag( TAG_TICK, cByteWriter::Zigzag( GetDifference( static_cast<int32_t>( current.lastTick ), static_cast<int32_t>( msec ) ) ) );
+	current.lastTick = msec;
 }
 
 void cTapeWriter::PutCalendar( std::time_t seconds ) {
 	const int64_t now = static_cast<int64_t>( seconds );
-	PutTag( TAG_CALENDAR, cByteWriter::Zigzag( static_cast<int64_t>( static_cast<uint64_t>( now ) - static_cast<uint64_t>( lastCalendar ) ) ) );
-	lastCalendar = now;
+	PutTag( TAG_CALENDAR, cByteWriter::Zigzag( static_cast<int64_t>( static_cast<uint64_t>( now ) - static_cast<uint64_t>( current.lastCalendar ) ) ) );
+	current.lastCalendar = now;
 }
 
 void cTapeWriter::PutKeyboard( bool read, const uint8_t state[256] ) {
@@ -76,14 +76,14 @@ void cTapeWriter::PutKeyboard( bool read, const uint8_t state[256] ) {
 	}
 	std::vector<uint8_t> changes;
 	for ( int key = 0; key < 256; key++ ) {
-		if ( state[key] != lastKeys[key] ) {
+		if ( state[key] != current.lastKeys[key] ) {
 			changes.push_back( static_cast<uint8_t>( key ) );
 			changes.push_back( state[key] );
-			lastKeys[key] = state[key];
+			current.lastKeys[key] = state[key];
 		}
 	}
 	PutTag( TAG_KEYBOARD, changes.size() / 2 );
-	open.insert( open.end(), changes.begin(), changes.end() );
+	current.open.insert( current.open.end(), changes.begin(), changes.end() );
 }
 
 void cTapeWriter::PutMouse( bool read, const cMouseReading &reading ) {
@@ -91,7 +91,7 @@ void cTapeWriter::PutMouse( bool read, const cMouseReading &reading ) {
 		PutTag( TAG_FAILED, FAILED_MOUSE );
 		return;
 	}
-	const cMouseReading &last = lastMouse;
+	const cMouseReading &last = current.lastMouse;
 	uint64_t mask = 0;
 	mask |= reading.dx != last.dx || reading.dy != last.dy ? MOUSE_MOTION : 0;
 	mask |= reading.wheel != last.wheel ? MOUSE_WHEEL : 0;
@@ -103,30 +103,40 @@ void cTapeWriter::PutMouse( bool read, const cMouseReading &reading ) {
 	mask |= buttonsChanged ? MOUSE_BUTTONS : 0;
 	PutTag( TAG_MOUSE, mask );
 	if ( mask & MOUSE_MOTION ) {
-		PutSignedTo( open, GetDifference( last.dx, reading.dx ) );
-		PutSignedTo( open, GetDifference( last.dy, reading.dy ) );
+		PutSignedTo( current.open, GetDifference( last.dx, reading.dx ) );
+		PutSignedTo( current.open, GetDifference( last.dy, reading.dy ) );
 	}
 	if ( mask & MOUSE_WHEEL ) {
-		PutSignedTo( open, GetDifference( last.wheel, reading.wheel ) );
+		PutSignedTo( current.open, GetDifference( last.wheel, reading.wheel ) );
 	}
 	if ( mask & MOUSE_POSITION ) {
-		open.push_back( reading.hasPosition ? 1 : 0 );
-		PutSignedTo( open, GetDifference( last.x, reading.x ) );
-		PutSignedTo( open, GetDifference( last.y, reading.y ) );
+		current.open.push_back( reading.hasPosition ? 1 : 0 );
+		PutSignedTo( current.open, GetDifference( last.x, reading.x ) );
+		PutSignedTo( current.open, GetDifference( last.y, reading.y ) );
 	}
 	if ( mask & MOUSE_BUTTONS ) {
-		open.insert( open.end(), reading.buttons, reading.buttons + 4 );
+		current.open.insert( current.open.end(), reading.buttons, reading.buttons + 4 );
 	}
-	lastMouse = reading;
+	current.lastMouse = reading;
 }
 
 std::vector<uint8_t> cTapeWriter::GetTape() const {
 	std::vector<uint8_t> whole = tape;
-	if ( steps > 1 && open == previous ) {
-		PutRepeats( whole, repeats + 1 );
+	if ( current.steps > 1 && current.open == current.previous ) {
+		PutRepeats( whole, current.repeats + 1 );
 	} else {
-		PutRepeats( whole, repeats );
-		whole.insert( whole.end(), open.begin(), open.end() );
+		PutRepeats( whole, current.repeats );
+		whole.insert( whole.end(), current.open.begin(), current.open.end() );
 	}
 	return whole;
+}
+
+void cTapeWriter::Mark( cMark &mark ) const {
+	mark.written = tape.size();
+	mark.state = current;
+}
+
+void cTapeWriter::Rewind( const cMark &mark ) {
+	tape.resize( mark.written );
+	current = mark.state;
 }

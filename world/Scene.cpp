@@ -52,9 +52,9 @@ void LogMapError( const std::string &path, const std::string &problem ) {
 }
 
 cScene::cScene( cEmptyTag )
-	: baseMap( MAP_CELLS, 0 ),
+	: baseMap( std::make_shared<const std::vector<int32_t>>( MAP_CELLS, 0 ) ),
 	objectMap( MAP_CELLS, 0 ),
-	overMap( MAP_CELLS, 0 ),
+	overMap( baseMap ),
 	walkMap( MAP_CELLS, 0 ),
 	cameraCellX( START_CAMERA_X / CELL_SIZE ),
 	cameraCellY( START_CAMERA_Y / CELL_SIZE ),
@@ -105,6 +105,20 @@ bool cScene::SetLayer( const char *name, const std::vector<int32_t> &codes, std:
 	}
 	layer = codes;
 	return true;
+}
+
+bool cScene::SetLayer( const char *name, const std::vector<int32_t> &codes, tDrawnLayer &layer ) {
+	std::vector<int32_t> set( *layer );
+	const bool done = SetLayer( name, codes, set );
+	layer = std::make_shared<const std::vector<int32_t>>( std::move( set ) );
+	return done;
+}
+
+bool cScene::LoadLayer( const std::string &path, tDrawnLayer &layer ) {
+	std::vector<int32_t> loaded;
+	const bool done = LoadLayer( path, loaded );
+	layer = std::make_shared<const std::vector<int32_t>>( std::move( loaded ) );
+	return done;
 }
 
 bool cScene::LoadBaseMap( const std::string &path ) {

@@ -39,10 +39,10 @@ public:
 	// False once any layer failed to load; a new game must not start on such a scene.
 	bool				IsUsable() const { return usable; }
 
-	const int32_t *		GetBaseMap() const { return baseMap.data(); }
+	const int32_t *		GetBaseMap() const { return baseMap->data(); }
 	const int32_t *		GetObjectMap() const { return objectMap.data(); }
 	const int32_t *		GetWalkMap() const { return walkMap.data(); }
-	const int32_t *		GetOverMap() const { return overMap.data(); }
+	const int32_t *		GetOverMap() const { return overMap->data(); }
 	int32_t *			GetObjectMap() { return objectMap.data(); }
 	int32_t *			GetWalkMap() { return walkMap.data(); }
 	// Walk code of a cell; a cell outside the grid reads as wall (0).
@@ -70,20 +70,26 @@ public:
 	bool				IsFinalAreaLocked() const { return finalAreaLocked; }
 
 private:
+	// The base and over layers are only drawn: set once, never changed, so that a copy of the
+	// scene (a saved match) shares them and copies only the layers that play changes.
+	using tDrawnLayer = std::shared_ptr<const std::vector<int32_t>>;
+
 	// Empty layers (all 0) and the camera of a new game.
 	struct cEmptyTag {};
 	explicit			cScene( cEmptyTag );
 
 	bool				LoadLayer( const std::string &path, std::vector<int32_t> &layer );
 	bool				SetLayer( const char *name, const std::vector<int32_t> &codes, std::vector<int32_t> &layer );
+	bool				SetLayer( const char *name, const std::vector<int32_t> &codes, tDrawnLayer &layer );
+	bool				LoadLayer( const std::string &path, tDrawnLayer &layer );
 	void				ChooseFollowed( bool active1, int32_t x1, int32_t y1, bool active2, int32_t x2, int32_t y2,
 									int32_t &zone, int32_t &fx, int32_t &fy, int32_t &oy ) const;
 	void				ApplyZoneRule( int32_t zone, int32_t fx, int32_t fy, int32_t &newX, int32_t &newY );
 	void				MoveCameraY( int32_t newY, int32_t oy );
 
-	std::vector<int32_t>	baseMap;
+	tDrawnLayer			baseMap;
 	std::vector<int32_t>	objectMap;
-	std::vector<int32_t>	overMap;
+	tDrawnLayer			overMap;
 	std::vector<int32_t>	walkMap;
 	int32_t				cameraCellX;		// the cell at the view's top-left corner
 	int32_t				cameraCellY;

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <iterator>
 #include <random>
 #include <vector>
 
@@ -15,7 +16,10 @@
 #include "app/MenuEntries.h"
 #include "app/StateHash.h"
 #include "harness/HeadlessGame.h"
+#include "input/KeyCodes.h"
+#include "input/headless/ScriptedInputBackend.h"
 #include "net/Lockstep.h"
+#include "net/OnlineInput.h"
 #include "net/Packet.h"
 #include "net/Rollback.h"
 #include "platform/Clock.h"
@@ -157,4 +161,54 @@ TEST( RollbackTest, ConfirmedStepsHoldTheInputsGivenAndTheStraightGamesState ) {
 	}
 	SetClock( nullptr );
 	EXPECT_GT( stepsAgain, uint64_t{ SEEDS } ) << "the lines should prove many guesses wrong";
+}
+
+// A step played on a wrong guess rumbled the pad and moved the cursor: nothing reaches the
+// devices before the step is confirmed, and then only what the confirmed course asked, once.
+TEST( RollbackTest, DevicesHearConfirmedStepsOnly ) {
+	cHeadlessGame game;
+	ASSERT_TRUE( game.Start() );
+	cScriptedInputBackend platform;
+	platform.PlugPad( 1, "pad" );
+	cOnlineInput online( platform );
+	online.SetPlayer( 1 );
+	cLockstep lockstep( 0 );
+	cLockstep partner( 0 );
+	// The partner's key stands for a hit on this machine's player at the step's column.
+	const int hit = KEY_K;
+	cRollback rollback(
+		game.GetGame(), lockstep,
+		[&online]( uint64_t step, const cStepInput &, const cStepInput &partnerInput, bool ) {
+			if ( partnerInput.IsKeyDown( hit ) ) {
+				online.Rumble( 1 );
+				online.WarpMouse( static_cast<int32_t>( step ), 0 );
+			}
+			return true;
+		},
+		[]( uint64_t, const cStepInput &, const cStepInput & ) {} );
+	rollback.SetInput( &online );
+	const bool held[] = { true, true, false, false };		// the partner's key by step
+	const struct {
+		uint64_t	partnerSteps;	// the partner's inputs here before the step is played
+		int			rumbles;
+		int32_t		cursorX;
+	} table[] = { { 1, 1, 0 }, { 1, 1, 0 }, { 1, 1, 0 }, { 1, 1, 0 }, { 4, 2, 1 } };
+	for ( uint64_t step = 0; step < std::size( table ); step++ ) {
+		while ( partner.GetOwnEnd() < table[step].partnerSteps ) {
+			cStepInput input;
+			input.SetKey( hit, held[partner.GetOwnEnd()] );
+			partner.Give( partner.GetOwnEnd(), input );
+			ASSERT_TRUE( lockstep.TakeInputs( partner.MakeInputs().inputs ) );
+		}
+		rollback.Correct();
+		if ( step < std::size( held ) ) {
+			ASSERT_TRUE( rollback.CanStep() );
+			rollback.Step( cStepInput() );
+		}
+		cMouseReading cursor;
+		ASSERT_TRUE( platform.ReadMouse( cursor ) );
+		EXPECT_EQ( platform.GetRumbleCount( 1 ), table[step].rumbles ) << "after step " << step;
+		EXPECT_EQ( platform.GetWarpCount(), table[step].rumbles ) << "after step " << step;
+		EXPECT_EQ( cursor.x, table[step].cursorX ) << "after step " << step;
+	}
 }
