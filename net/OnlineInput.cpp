@@ -44,11 +44,13 @@ void cOnlineInput::WarpMouse( int32_t x, int32_t y ) {
 	if ( player == 2 ) {
 		return;
 	}
-	cRequests requests;
-	requests.warp = true;
-	requests.x = x;
-	requests.y = y;
-	Ask( requests );
+	if ( !holding ) {
+		platform.WarpMouse( x, y );
+		return;
+	}
+	held.warp = true;
+	held.x = x;
+	held.y = y;
 }
 
 bool cOnlineInput::TakePauseRequest() {
@@ -57,26 +59,11 @@ bool cOnlineInput::TakePauseRequest() {
 
 // Online, only this machine's player's pad rumbles.
 void cOnlineInput::Rumble( int hitPlayer ) {
-	if ( !IsOnline() ) {
+	if ( !IsOnline() || ( hitPlayer == player && !holding ) ) {
 		platform.Rumble( hitPlayer );
 	} else if ( hitPlayer == player ) {
-		cRequests requests;
-		requests.rumbles = 1;
-		Ask( requests );
+		held.rumbles++;
 	}
-}
-
-void cOnlineInput::Ask( const cRequests &requests ) {
-	if ( !holding ) {
-		Do( requests );
-		return;
-	}
-	if ( requests.warp ) {
-		held.warp = true;
-		held.x = requests.x;
-		held.y = requests.y;
-	}
-	held.rumbles += requests.rumbles;
 }
 
 cOnlineInput::cRequests cOnlineInput::TakeRequests() {

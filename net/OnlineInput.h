@@ -43,8 +43,6 @@ public:
 private:
 	static constexpr int HOST = 1;
 
-	void			Ask( const cRequests &requests );
-
 	int				player = 0;
 	bool			holding = false;
 	cRequests		held;

@@ -8,9 +8,9 @@
 // of the first wrong step and plays forward again to where it was, at once. A step is confirmed
 // when both its inputs are known and it was played with them: only confirmed steps go on (the
 // recording, the state hash, what the step asked of the devices), each with the game in the state
-// just after it. The lockstep keeps
-// the inputs, the packets and the hashes; its next step is the next step to confirm. A step that
-// ends the game (the player quit) ends it only once confirmed: until then it may be a guess's.
+// just after it. The lockstep keeps the inputs, the packets and the hashes; its next step is the
+// next step to confirm. A step that ends the game (the player quit) ends it only once confirmed:
+// until then it may be a guess's.
 
 #include <cstdint>
 #include <functional>
