@@ -298,6 +298,12 @@ int main( int argc, char **argv ) {
 		game.Finalize();
 		return 0;
 	}
+	if ( !cSdlWindow::HasDisplay() ) {
+		std::fprintf( stderr, "%s: cannot open the window: %s\n", cSdlWindow::TITLE, SDL_GetError() );
+		SDL_Quit();
+		game.Finalize();
+		return 0;
+	}
 	IMG_Init( IMG_INIT_PNG );
 	cSdlClock clock;
 	SetClock( &clock );

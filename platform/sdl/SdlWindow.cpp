@@ -103,6 +103,21 @@ int cSdlWindow::GetWindowScale( int desktopWidth, int desktopHeight ) {
 	return std::max( 1, std::min( byWidth, byHeight ) );
 }
 
+bool cSdlWindow::HasDisplay() {
+	const char *driver = SDL_GetCurrentVideoDriver();
+	const char *asked = SDL_getenv( "SDL_VIDEODRIVER" );
+	if ( driver == nullptr ) {
+		SDL_SetError( "no video driver" );
+		return false;
+	}
+	const bool nowhere = SDL_strcmp( driver, "offscreen" ) == 0 || SDL_strcmp( driver, "dummy" ) == 0;
+	if ( nowhere && ( asked == nullptr || SDL_strcasecmp( asked, driver ) != 0 ) ) {
+		SDL_SetError( "no display (SDL's video driver fell back to \"%s\")", driver );
+		return false;
+	}
+	return true;
+}
+
 bool cSdlWindow::Create( bool wantFullscreen ) {
 	fullscreen = wantFullscreen;
 	int width = VIEW_WIDTH;

@@ -23,6 +23,10 @@ public:
 	// "Would you like fullscreen mode?"; any answer but Yes, a failure included, means windowed.
 	// False when SIGINT or SIGTERM came before the answer: the program is to end.
 	static bool		AskFullscreen( bool &fullscreen );
+	// After SDL_Init: SDL found a display to show windows on. Without one it falls back to a video
+	// driver that draws nowhere, on which the game would run unseen; unless SDL_VIDEODRIVER asked
+	// for that driver, the game then stops. False with SDL's error set.
+	static bool		HasDisplay();
 	// The window is created hidden: it is shown once the renderer is made, so that it appears once.
 	bool			Create( bool fullscreen );
 	void			Destroy();
