@@ -128,7 +128,7 @@ case "$scenario" in
     # A second virtual display whose keyboard files say "fr" where they said "us".
     cp -r /usr/share/X11/xkb "$work/xkb"
     cp "$work/xkb/symbols/fr" "$work/xkb/symbols/us"
-    xvfb-run -a -s "-screen 0 1280x1024x24 -xkbdir $work/xkb" bash "$self" "$game" shot "$resources" "$artefacts" fr "$work" \
+    bash "$(dirname "$self")/../virtual_display.sh" "-screen 0 1280x1024x24 -xkbdir $work/xkb" bash "$self" "$game" shot "$resources" "$artefacts" fr "$work" \
       || fail "the French display's screenshot failed"
     bash "$self" "$game" shot "$resources" "$artefacts" us "$work" || fail "the US display's screenshot failed"
     same "$work/fr-1up.png" "$work/us-2up.png" || fail "under fr player 1's up is not named as the key Z"

@@ -9,7 +9,7 @@ E2E_WAIT=${E2E_WAIT:-60}
 run_under_xvfb() {
   if [ -z "${KMVT_INSIDE_XVFB:-}" ]; then
     export KMVT_INSIDE_XVFB=1
-    exec xvfb-run -a -s "-screen 0 1280x1024x24" bash "$@"
+    exec bash "$(dirname "${BASH_SOURCE[0]}")/../virtual_display.sh" "-screen 0 1280x1024x24" bash "$@"
   fi
 }
 E2E_CONVERT=$(command -v convert-im6.q16 || command -v convert)	# ImageMagick's, not a namesake

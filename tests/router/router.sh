@@ -179,7 +179,7 @@ case "$case" in
     await host "Your provider shares one outside address between customers: no port can be opened here. Let your partner host." 5
     ;;
   removed|removed-upnp)
-    start host "$home" xvfb-run -a -s "-screen 0 800x600x24" sh -c 'echo $$ > game.pid; exec "$0" --host "$1" --window' "$game" "$port"
+    start host "$home" bash "$(realpath "$(dirname "$0")/../virtual_display.sh")" "-screen 0 800x600x24" sh -c 'echo $$ > game.pid; exec "$0" --host "$1" --window' "$game" "$port"
     await host "Partner joins with: " 8
     [ "$(openings)" = 1 ] || fail "the router does not list the opening"
     kill -TERM "$(cat "$work/host/game.pid")"

@@ -7,7 +7,7 @@
 set -euo pipefail
 game=$1 x=$2 y=$3 out=$4
 if [ -z "${KMVT_IN_XVFB:-}" ]; then
-  KMVT_IN_XVFB=1 exec xvfb-run -a -s "-screen 0 1024x768x24" "$0" "$@"
+  KMVT_IN_XVFB=1 exec bash "$(dirname "$0")/../virtual_display.sh" "-screen 0 1024x768x24" "$0" "$@"
 fi
 shift 4
 work=$(mktemp -d)
